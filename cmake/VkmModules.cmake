@@ -1,0 +1,33 @@
+# Each folder of the core becomes a static library of its own, so that a module
+# and its tests build without the modules above it.
+function(vkm_core_module name)
+    cmake_parse_arguments(M "" "" "DEPS" ${ARGN})
+    file(GLOB cpps CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
+    file(GLOB hdrs CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.h)
+    if(cpps)
+        add_library(vkm_${name} STATIC ${cpps} ${hdrs})
+        target_include_directories(vkm_${name} PUBLIC ${CMAKE_SOURCE_DIR}/src/core)
+        target_link_libraries(vkm_${name} PUBLIC Qt6::Core ${M_DEPS})
+    else()
+        add_library(vkm_${name} INTERFACE)
+        target_include_directories(vkm_${name} INTERFACE ${CMAKE_SOURCE_DIR}/src/core)
+        target_link_libraries(vkm_${name} INTERFACE Qt6::Core ${M_DEPS})
+    endif()
+endfunction()
+
+# One test executable per folder of tests/core (tests/core/<name>/*.cpp).
+function(vkm_test_module name)
+    cmake_parse_arguments(M "" "" "LIBS" ${ARGN})
+    file(GLOB srcs CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
+    if(NOT srcs)
+        return()
+    endif()
+    add_executable(test_${name} ${srcs} ${CMAKE_CURRENT_SOURCE_DIR}/support/testmain.cpp)
+    target_include_directories(test_${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/support)
+    target_link_libraries(test_${name} PRIVATE ${M_LIBS} vkm_testsupport GTest::gtest)
+    target_compile_definitions(test_${name} PRIVATE VKM_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/data"
+        VKM_BIN_DIR="${CMAKE_BINARY_DIR}/bin" VKM_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+    add_dependencies(test_${name} setting_archive)
+    add_test(NAME ${name} COMMAND test_${name})
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;VKM_ARCHIVE=${CMAKE_BINARY_DIR}/bin/VKM.e")
+endfunction()

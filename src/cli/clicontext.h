@@ -1,0 +1,40 @@
+#pragma once
+
+#include "base/scriptedprompter.h"
+#include "catalogue/cselections.h"
+
+#include <QTextStream>
+#include <memory>
+
+namespace vkm::cli {
+
+// What the sub-commands share: output streams, the prompter that prints messages,
+// and the catalogues of the setting archive, loaded on first use.
+class CliContext {
+public:
+    explicit CliContext(QString archiveOverride);
+
+    QTextStream& out() { return m_out; }
+    QTextStream& err() { return m_err; }
+    ConsolePrompter& prompter() { return m_prompter; }
+
+    // Loads the four catalogues (and the custom terminal tables) from the archive.
+    // On failure the message has been printed on stderr and false is returned.
+    bool loadCatalogues();
+    const CSelections& selout() const { return m_selout; }
+    const CSelections& selinp() const { return m_selinp; }
+    const CSelections& selCusInp() const { return m_selCusInp; }
+    const CSelections& selCusOut() const { return m_selCusOut; }
+    QString archivePath() const;
+
+private:
+    QString m_archiveOverride;
+    QTextStream m_out;
+    QTextStream m_err;
+    ConsolePrompter m_prompter;
+    bool m_loaded = false;
+    bool m_loadOk = false;
+    CSelections m_selout, m_selinp, m_selCusInp, m_selCusOut;
+};
+
+} // namespace vkm::cli

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QTextStream>
+#include <functional>
+#include <map>
+
+namespace vkm::cli {
+
+class CliContext;
+
+// One sub-command of vkmstep-cli. Each command file registers itself with a static
+// CommandRegistration; main() dispatches on the first argument.
+struct Command {
+    QString name;
+    QString usage; // one line, shown by --help
+    std::function<int(const QStringList& args, CliContext& ctx)> run;
+};
+
+std::map<QString, Command>& commandRegistry();
+
+struct CommandRegistration {
+    explicit CommandRegistration(Command c) { commandRegistry()[c.name] = std::move(c); }
+};
+
+} // namespace vkm::cli

@@ -1,0 +1,63 @@
+#include "clicontext.h"
+#include "command.h"
+
+#include <QCoreApplication>
+
+using namespace vkm::cli;
+
+namespace vkm::cli {
+std::map<QString, Command>& commandRegistry()
+{
+    static std::map<QString, Command> registry;
+    return registry;
+}
+} // namespace vkm::cli
+
+static int usage(QTextStream& s)
+{
+    s << "usage: vkmstep-cli [--archive PATH] COMMAND [ARGS]\n       vkmstep-cli --version\ncommands:\n";
+    for (const auto& [name, cmd] : commandRegistry())
+        s << "  " << cmd.usage << '\n';
+    s.flush();
+    return 2;
+}
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    QStringList args = app.arguments().mid(1);
+    QString archive;
+    while (!args.isEmpty() && args.first().startsWith(QLatin1String("--"))) {
+        const QString opt = args.takeFirst();
+        if (opt == QLatin1String("--version")) {
+            QTextStream(stdout) << "vkmstep-cli " << VKM_VERSION << '\n';
+            return 0;
+        }
+        if (opt == QLatin1String("--archive") && !args.isEmpty()) {
+            archive = args.takeFirst();
+            continue;
+        }
+        if (opt == QLatin1String("--help")) {
+            QTextStream out(stdout);
+            usage(out);
+            return 0;
+        }
+        QTextStream err(stderr);
+        err << "unknown option " << opt << '\n';
+        return usage(err);
+    }
+    QTextStream err(stderr);
+    if (args.isEmpty())
+        return usage(err);
+    const QString name = args.takeFirst();
+    auto it = commandRegistry().find(name);
+    if (it == commandRegistry().end()) {
+        err << "unknown command " << name << '\n';
+        return usage(err);
+    }
+    CliContext ctx(archive);
+    const int rc = it->second.run(args, ctx);
+    ctx.out().flush();
+    ctx.err().flush();
+    return rc;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+
+namespace vkm {
+
+// Text of resource string 1000 + m of the message table ("" when there is none).
+QString LoadMessageText(int m);
+
+// The text of message number n with its arguments, composed as the message routine
+// shows it ("" for a number outside the table).
+QString messageText(int number, const QString& a1 = {}, const QString& a2 = {}, const QString& a3 = {});
+
+// The title of every message box: the executable's base name.
+QString messageBoxTitle();
+
+// Box kinds of the ten message styles.
+enum class BoxIcon { None, Critical, Exclamation, Question, Information };
+enum class BoxButtons { None, Ok, YesNo, YesNoCancel, OkCancel };
+struct BoxStyle {
+    BoxIcon icon = BoxIcon::None;
+    BoxButtons buttons = BoxButtons::None;
+    bool secondButtonDefault = false; // style 7: No is the default
+    bool valid = false;               // styles outside 1..10 show nothing
+};
+BoxStyle boxStyle(int style);
+
+} // namespace vkm

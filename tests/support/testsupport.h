@@ -1,0 +1,38 @@
+#pragma once
+
+#include "base/settings.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QTemporaryDir>
+#include <memory>
+
+namespace vkm::test {
+
+// A scratch folder removed after the test.
+class Scratch {
+public:
+    Scratch();
+    QString path() const { return m_dir.path(); }
+    QString file(const QString& name) const { return m_dir.filePath(name); }
+    // Writes bytes to name in the folder; returns the full path.
+    QString write(const QString& name, const QByteArray& bytes) const;
+
+private:
+    QTemporaryDir m_dir;
+};
+
+// A settings store in a scratch INI file, never the user's.
+struct TempSettings {
+    Scratch scratch;
+    std::unique_ptr<Settings> settings = Settings::inFile(scratch.file(QStringLiteral("settings.ini")));
+};
+
+// The archive the build packed from data/setting.
+QString bundledArchive();
+// Reads a whole file ("" when missing).
+QByteArray readAll(const QString& path);
+// Path of a file under tests/data.
+QString testData(const QString& name);
+
+} // namespace vkm::test
