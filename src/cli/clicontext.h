@@ -2,6 +2,8 @@
 
 #include "base/scriptedprompter.h"
 #include "catalogue/cselections.h"
+#include "custom/ccustominps.h"
+#include "custom/ccustomouts.h"
 
 #include <QTextStream>
 #include <memory>
@@ -25,6 +27,8 @@ public:
     const CSelections& selinp() const { return m_selinp; }
     const CSelections& selCusInp() const { return m_selCusInp; }
     const CSelections& selCusOut() const { return m_selCusOut; }
+    const CCustomInps& cusI() const { return m_cusI; }
+    const CCustomOuts& cusO() const { return m_cusO; }
     QString archivePath() const;
 
 private:
@@ -35,6 +39,8 @@ private:
     bool m_loaded = false;
     bool m_loadOk = false;
     CSelections m_selout, m_selinp, m_selCusInp, m_selCusOut;
+    CCustomInps m_cusI;
+    CCustomOuts m_cusO;
 };
 
 } // namespace vkm::cli

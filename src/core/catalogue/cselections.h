@@ -38,6 +38,8 @@ public:
     void clear();
     const std::vector<CSelection>& entries() const { return m_entries; }
 
+    // Look-ups by value accept the signed form (-32768) and the unsigned 16 bits of the step
+    // image (32768) of the same function; anything beyond 16 bits is unknown.
     QString CategoryByValue(int value) const;
     qint16 ValueByDigital(const QString& sCategory, const QString& sDigital) const;
     QString CategoryByDigitalOnly(const QString& sDigital) const;
@@ -56,11 +58,19 @@ public:
     const QHash<QString, QString>& dicMinMax() const { return m_dicMinMax; }
 
 private:
+    bool appendEntry(const QString& key, const CSelection& entry);
+    bool readLine(const QString& line, int needed);
+    void rebuildIndexes();
+
     std::vector<CSelection> m_entries;
     std::vector<QString> m_keys; // key of each entry (decimal text of value, or Add2's label)
     QHash<QString, qint16> m_dicDigital;
     QHash<QString, bool> m_dicValue;
     QHash<QString, QString> m_dicMinMax;
+    // Look-up indexes over the entry list (positions), rebuilt when an entry is removed.
+    QHash<QString, int> m_keyIndex;
+    QHash<QString, std::vector<int>> m_byDigital;
+    QHash<qint16, int> m_lastByValue;
 };
 
 } // namespace vkm

@@ -47,6 +47,8 @@ public:
 // Empty optional-like result (empty array) on a character that cannot be scrambled.
 QByteArray EncodeWord(const QString& text, bool authorForm, const QDateTime& now);
 QString DecodeWord(const QByteArray& block, bool authorForm);
+// The same, with *ok false (and a report) for a block that cannot be unscrambled.
+QString DecodeWord(const QByteArray& block, bool authorForm, bool* ok);
 
 // Limits of a delay value or operand: side 1 input, 2 output. lMin/lMax are left as the
 // caller set them where no rule applies.

@@ -1,0 +1,3 @@
+VERSION	2.30
+DATE	2026-11-22
+TABLE	standard

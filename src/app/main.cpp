@@ -1,0 +1,70 @@
+#include "mainwindow.h"
+#include "startup.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QPixmap>
+#include <QTimer>
+#include <cstdio>
+
+namespace {
+
+struct Arguments {
+    QString archive;
+    QString screenshot;
+    QString commandLine;
+    bool version = false;
+};
+
+Arguments parseArguments(const QApplication& app)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Step program editor for VKM sewing machines"));
+    parser.addHelpOption();
+    const QCommandLineOption archive(QStringLiteral("archive"), QStringLiteral("Setting archive to load."),
+                                     QStringLiteral("PATH"));
+    const QCommandLineOption screenshot(QStringLiteral("screenshot"),
+                                        QStringLiteral("Save the main window as PNG once shown, then quit."),
+                                        QStringLiteral("PNG"));
+    const QCommandLineOption version(QStringLiteral("version"), QStringLiteral("Print the version and quit."));
+    parser.addOption(archive);
+    parser.addOption(screenshot);
+    parser.addOption(version);
+    parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("Step program (.gsp) to open."));
+    parser.process(app);
+    // The rest is the command line as one text: a quoted path keeps its blanks.
+    QStringList rest;
+    for (const QString& a : parser.positionalArguments())
+        rest << (a.contains(u' ') ? u'"' + a + u'"' : a);
+    return {parser.value(archive), parser.value(screenshot), rest.join(u' '), parser.isSet(version)};
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    const Arguments args = parseArguments(app);
+    if (args.version) {
+        std::printf("vkmstep %s\n", VKM_VERSION);
+        return 0;
+    }
+
+    vkm::StartupOptions options;
+    options.archiveOverride = args.archive;
+    options.commandLine = args.commandLine;
+    vkm::Startup startup(options);
+    if (!startup.run())
+        return 1;
+
+    if (!args.screenshot.isEmpty()) {
+        QTimer::singleShot(0, &app, [&] {
+            QApplication::processEvents();
+            const bool saved = startup.mainWindow()->grab().save(args.screenshot, "PNG");
+            if (!saved)
+                std::fprintf(stderr, "Cannot write %s\n", qPrintable(args.screenshot));
+            app.exit(saved ? 0 : 1);
+        });
+    }
+    return app.exec();
+}

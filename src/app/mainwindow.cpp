@@ -1,0 +1,100 @@
+#include "mainwindow.h"
+
+#include "base/messages.h"
+#include "base/settings.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QIcon>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QToolBar>
+#include <algorithm>
+
+namespace vkm {
+
+MainWindow::MainWindow(Settings* settings, QWidget* parent)
+    : QMainWindow(parent), m_settings(settings), m_mdi(new QMdiArea(this))
+{
+    setObjectName(QStringLiteral("MainWindow"));
+    setWindowTitle(caption());
+    m_mdi->setObjectName(QStringLiteral("mdiArea"));
+    setCentralWidget(m_mdi);
+    buildToolBar();
+}
+
+QString MainWindow::caption() { return LoadMessageText(261) + QStringLiteral("Ver 2.30"); }
+
+QAction* MainWindow::addToolButton(const QString& key, const QString& image, int captionText)
+{
+    auto* action = m_toolBar->addAction(QIcon(QStringLiteral(":/toolbar/") + image), LoadMessageText(captionText));
+    action->setObjectName(key);
+    m_actions.insert(key, action);
+    return action;
+}
+
+void MainWindow::buildToolBar()
+{
+    m_toolBar = addToolBar(QStringLiteral("Main"));
+    m_toolBar->setObjectName(QStringLiteral("mainToolBar"));
+    m_toolBar->setIconSize(QSize(19, 19));
+    m_toolBar->setMovable(false);
+
+    connect(addToolButton(QStringLiteral("keyCLOSE"), QStringLiteral("keyCLOSE"), 194), &QAction::triggered, this,
+            &QWidget::close);
+    // The option menu and the easy customisation arrive with their own windows; until
+    // then the buttons keep their place but cannot be pressed.
+    addToolButton(QStringLiteral("keyOption"), QStringLiteral("keyOption"), 195)->setEnabled(false);
+    addToolButton(QStringLiteral("keyCUSTOMIZEEASY"), QStringLiteral("keyCUSTOMIZE"), 492)->setEnabled(false);
+    m_toolBar->addSeparator()->setObjectName(QStringLiteral("keySEPARATOR1"));
+    connect(addToolButton(QStringLiteral("keyWARRANGE"), QStringLiteral("keyWARRANGE"), 196), &QAction::triggered,
+            this, &MainWindow::tileHorizontally);
+
+    const bool captions =
+        !m_settings || m_settings->readBool(Section::General, QStringLiteral("DoesViewButtonCaption"), true);
+    showButtonCaptions(captions);
+}
+
+void MainWindow::showButtonCaptions(bool visible)
+{
+    m_toolBar->setToolButtonStyle(visible ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
+}
+
+void MainWindow::tileHorizontally()
+{
+    QList<QMdiSubWindow*> windows;
+    for (QMdiSubWindow* w : m_mdi->subWindowList(QMdiArea::CreationOrder)) {
+        if (w->isVisible() && !w->isMinimized())
+            windows << w;
+    }
+    if (windows.isEmpty())
+        return;
+    const QRect area = m_mdi->viewport()->rect();
+    const int count = int(windows.size());
+    const int height = area.height() / count;
+    for (int i = 0; i < count; ++i) {
+        QMdiSubWindow* w = windows[i];
+        if (w->isMaximized())
+            w->showNormal();
+        // The last window takes what the division left over.
+        const int h = i == count - 1 ? area.height() - height * i : height;
+        w->setGeometry(0, height * i, area.width(), h);
+    }
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (m_canClose && !m_canClose()) {
+        event->ignore();
+        return;
+    }
+    m_mdi->closeAllSubWindows();
+    const QList<QMdiSubWindow*> left = m_mdi->subWindowList();
+    if (std::any_of(left.begin(), left.end(), [](QMdiSubWindow* w) { return w->isVisible(); })) {
+        event->ignore(); // a child window refused (its own unsaved-changes question)
+        return;
+    }
+    event->accept();
+}
+
+} // namespace vkm

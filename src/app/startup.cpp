@@ -1,0 +1,201 @@
+#include "startup.h"
+
+#include "base/hikisu.h"
+#include "base/messages.h"
+#include "base/paths.h"
+#include "base/regdata.h"
+#include "base/settings.h"
+#include "catalogue/cselections.h"
+#include "catalogue/cselectkino.h"
+#include "custom/ccustominps.h"
+#include "custom/ccustomouts.h"
+#include "custom/initialfiles.h"
+#include "errordialogsink.h"
+#include "guiprompter.h"
+#include "mainwindow.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLockFile>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QScreen>
+#include <QStandardPaths>
+
+namespace vkm {
+
+namespace {
+constexpr int kMinimumScreenWidth = 1024;
+
+int primaryScreenWidth()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen ? screen->geometry().width() : 0;
+}
+} // namespace
+
+Startup::Startup(StartupOptions options) : m_options(std::move(options)) {}
+
+Startup::~Startup() { ReleaseActiveX(); }
+
+QString Startup::defaultLockFile()
+{
+    QString dir = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (dir.isEmpty())
+        dir = QDir::tempPath();
+    // One lock per user: the runtime folder is the user's own, and the name carries the
+    // executable's name so that differently named copies do not block each other.
+    return dir + QLatin1Char('/') + messageBoxTitle() + QStringLiteral(".lock");
+}
+
+int Startup::pixelsToTwips(int pixels)
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    const double dpi = screen ? screen->logicalDotsPerInchX() : 96.0;
+    return int(pixels * 1440.0 / (dpi > 0 ? dpi : 96.0) + 0.5);
+}
+
+bool Startup::run()
+{
+    m_context.prompter = m_options.prompter;
+    if (!m_context.prompter) {
+        m_ownPrompter = std::make_unique<GuiPrompter>();
+        m_context.prompter = m_ownPrompter.get();
+    }
+    if (!acquireInstanceLock()) {
+        m_context.prompter->showMessage(83, 2);
+        return false;
+    }
+    CreateActiveX();
+    if (!InitMainWindow())
+        return false;
+    if (!checkArchivePresent(m_selectKino->archivePath(), *m_context.prompter))
+        return false;
+    InitSettings();
+    placeMainWindow();
+    m_window->show();
+    readInitialFiles();
+    m_userEditor = createUserEditor();
+    m_window->tileHorizontally();
+    HikisuOp(m_options.commandLine);
+    return true;
+}
+
+bool Startup::acquireInstanceLock()
+{
+    const QString path = m_options.lockFile.isEmpty() ? defaultLockFile() : m_options.lockFile;
+    m_lock = std::make_unique<QLockFile>(path);
+    m_lock->setStaleLockTime(0); // a crashed run's lock is taken over once its process is gone
+    return m_lock->tryLock(0);
+}
+
+void Startup::CreateActiveX()
+{
+    m_context.settings = m_options.settings;
+    if (!m_context.settings) {
+        m_ownSettings = std::make_unique<Settings>(messageBoxTitle());
+        m_context.settings = m_ownSettings.get();
+    }
+    if (m_options.installErrorSink) {
+        m_errorSink = std::make_unique<ErrorDialogSink>(*m_context.prompter, paths::errorLogFile());
+        ErrorReporter::setSink(m_errorSink.get());
+    }
+    m_selout = std::make_unique<CSelections>();
+    m_selinp = std::make_unique<CSelections>();
+    m_selectKino = std::make_unique<CSelectKino>(m_context.settings, *m_context.prompter,
+                                                 paths::settingArchive(m_options.archiveOverride));
+    m_cusI = std::make_unique<CCustomInps>();
+    m_cusO = std::make_unique<CCustomOuts>();
+    m_selCusInp = std::make_unique<CSelections>();
+    m_selCusOut = std::make_unique<CSelections>();
+    m_context.selout = m_selout.get();
+    m_context.selinp = m_selinp.get();
+    m_context.selectKino = m_selectKino.get();
+    m_context.cusI = m_cusI.get();
+    m_context.cusO = m_cusO.get();
+    m_context.selCusInp = m_selCusInp.get();
+    m_context.selCusOut = m_selCusOut.get();
+}
+
+bool Startup::InitMainWindow()
+{
+    m_window = std::make_unique<MainWindow>(m_context.settings);
+    if (auto* gui = dynamic_cast<GuiPrompter*>(m_context.prompter))
+        gui->setParentWidget(m_window.get());
+    const int width = m_options.screenWidth ? m_options.screenWidth() : primaryScreenWidth();
+    if (width < kMinimumScreenWidth) {
+        m_context.prompter->showMessage(132, 2);
+        return false;
+    }
+    return true;
+}
+
+void Startup::InitSettings()
+{
+    Settings& settings = *m_context.settings;
+    // The easy customisation window opens inside the right edge of the main window, which
+    // is about to fill the work area.
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    const int widthPixels = screen ? screen->availableGeometry().width() : m_window->width();
+    if (!settings.CheckRegData(pixelsToTwips(widthPixels)))
+        m_context.prompter->showMessage(2, 1);
+    settings.writeCompanionPath(QDir::toNativeSeparators(paths::exeFolder()));
+    m_context.initialPath = settings.ReadReg(0, QStringLiteral("InitialPath"));
+    if (!applyCodePageSetting(settings))
+        reportError(ErrInvalidCall, QStringLiteral("InitSettings"),
+                    QStringLiteral("Unknown code page: ") + settings.read(Section::General, QStringLiteral("CodePage")));
+}
+
+void Startup::placeMainWindow()
+{
+    if (const QScreen* screen = QGuiApplication::primaryScreen())
+        m_window->setGeometry(screen->availableGeometry());
+}
+
+void Startup::readInitialFiles()
+{
+    m_initialFilesRead = ReadInitialFiles(*m_selectKino, *m_selout, *m_selinp, *m_cusI, *m_cusO, *m_selCusInp,
+                                          *m_selCusOut, *m_context.prompter);
+}
+
+QMdiSubWindow* Startup::createUserEditor()
+{
+    auto* placeholder = new QLabel;
+    placeholder->setObjectName(QStringLiteral("userEditor"));
+    QMdiSubWindow* window = m_window->mdiArea()->addSubWindow(placeholder);
+    window->setWindowTitle(QStringLiteral("STEP"));
+    window->show();
+    return window;
+}
+
+void Startup::HikisuOp(const QString& commandLine)
+{
+    const QString file = hikisuFileName(commandLine);
+    if (!file.isEmpty() && m_openProgram)
+        m_openProgram(file);
+}
+
+void Startup::ReleaseActiveX()
+{
+    // Windows first: they hold pointers to the shared objects below.
+    m_userEditor = nullptr;
+    m_window.reset();
+    if (m_errorSink && ErrorReporter::sink() == m_errorSink.get())
+        ErrorReporter::setSink(nullptr);
+    m_errorSink.reset();
+    m_selout.reset();
+    m_selinp.reset();
+    m_selectKino.reset();
+    m_cusI.reset();
+    m_cusO.reset();
+    m_selCusInp.reset();
+    m_selCusOut.reset();
+    m_context = AppContext{};
+    m_ownSettings.reset();
+    m_ownPrompter.reset();
+    m_lock.reset();
+}
+
+} // namespace vkm

@@ -1,0 +1,36 @@
+#include "clicontext.h"
+
+#include "base/paths.h"
+#include "catalogue/cselectkino.h"
+#include "custom/initialfiles.h"
+
+#include <cstdio>
+
+namespace vkm::cli {
+
+CliContext::CliContext(QString archiveOverride)
+    : m_archiveOverride(std::move(archiveOverride)), m_out(stdout), m_err(stderr)
+{
+}
+
+QString CliContext::archivePath() const { return paths::settingArchive(m_archiveOverride); }
+
+bool CliContext::loadCatalogues()
+{
+    if (m_loaded)
+        return m_loadOk;
+    m_loaded = true;
+    // Messages of the loader go straight to stderr; what this context buffered goes first.
+    m_err.flush();
+    const QString archive = archivePath();
+    if (!checkArchivePresent(archive, m_prompter))
+        return false;
+    // No settings store: the tool never changes the user's settings, and the unpacked
+    // files go to the process's private folder and are removed after loading.
+    CSelectKino kino(nullptr, m_prompter, archive);
+    m_loadOk = ReadInitialFiles(kino, m_selout, m_selinp, m_cusI, m_cusO, m_selCusInp, m_selCusOut, m_prompter);
+    std::fflush(stderr);
+    return m_loadOk;
+}
+
+} // namespace vkm::cli

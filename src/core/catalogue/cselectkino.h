@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace vkm {
+
+class Settings;
+class Prompter;
+
+// Names of the eleven setting files inside the archive, "Set01.e" .. "Set11.e", in order.
+QStringList settingFileNames();
+
+// The text shown when a file the program cannot do without is missing: the fixed
+// sentence, an empty line, then the path.
+QString missingFileText(const QString& path);
+
+// Start-up presence check of the setting archive: when the file does not exist, shows the
+// missing-file text (critical box) and returns false so that the caller ends the program.
+bool checkArchivePresent(const QString& archivePath, Prompter& prompter);
+
+// The loader of the setting archive "VKM.e": unpacks its eleven files flat into a working
+// folder, checks that they are all there and removes them again after loading (unless the
+// maker switch BlueHeron says to keep them).
+//
+// The function selection dialogs that the original loader also owned live in the GUI; this
+// class is the core part only.
+class CSelectKino {
+public:
+    // settings: the per-user store holding "General"/"BlueHeron" (created as True when
+    // missing); nullptr means no store (command-line tool): BlueHeron is True and nothing
+    // is shown. workFolder: where the files are unpacked; empty chooses a private folder
+    // under the process's temporary folder when BlueHeron is True, and the per-user data
+    // folder when it is False (so that the kept files survive the process).
+    CSelectKino(Settings* settings, Prompter& prompter, QString archivePath, QString workFolder = {});
+
+    bool BlueHeron() const { return m_blueHeron; }
+    void setBlueHeron(bool value) { m_blueHeron = value; }
+
+    QString archivePath() const { return m_archivePath; }
+    QString workFolder() const { return m_workFolder; }
+    // The eleven full paths, Set01.e .. Set11.e, in the working folder.
+    const QStringList& settingFiles() const { return m_files; }
+
+    // Deletes stale files, unpacks the archive, then checks the eleven files in order; the
+    // first missing one is named in a critical box and false is returned.
+    bool DoneMelt();
+    // With BlueHeron True deletes each of the eleven files that exists; otherwise nothing.
+    // Always true.
+    bool DeleteSettingFiles();
+
+    // Unpacking alone: every member of the archive is written flat, by its base name, into
+    // the working folder, overwriting. Members whose name is empty, ".", ".." or that are
+    // not regular files are skipped. False when the archive cannot be opened or read to its
+    // end (reported as "MeltSettingFiles"); members written before the fault stay.
+    bool MeltSettingFiles();
+
+private:
+    void ReadRegData();
+
+    Settings* m_settings;
+    Prompter& m_prompter;
+    QString m_archivePath;
+    QString m_workFolder;
+    QStringList m_files;
+    bool m_blueHeron = false;
+};
+
+} // namespace vkm

@@ -1,0 +1,122 @@
+#include "custom/ccustominps.h"
+
+#include "base/errorreporter.h"
+#include "catalogue/settinglines.h"
+#include "custom/customfield.h"
+
+namespace vkm {
+
+namespace {
+const QString kProc = QStringLiteral("ReadSet04e");
+constexpr int kFields = 26;
+} // namespace
+
+bool CCustomInps::Add(const CCustomInp& terminal)
+{
+    if (m_index.contains(terminal.Location))
+        return false;
+    m_index.insert(terminal.Location, int(m_items.size()));
+    m_items.push_back(terminal);
+    return true;
+}
+
+CCustomInp* CCustomInps::Item(int index)
+{
+    return index < 1 || index > Count() ? nullptr : &m_items[std::size_t(index - 1)];
+}
+
+const CCustomInp* CCustomInps::Item(int index) const
+{
+    return index < 1 || index > Count() ? nullptr : &m_items[std::size_t(index - 1)];
+}
+
+CCustomInp* CCustomInps::Item(const QString& location)
+{
+    const auto it = m_index.constFind(location);
+    return it == m_index.constEnd() ? nullptr : &m_items[std::size_t(*it)];
+}
+
+const CCustomInp* CCustomInps::Item(const QString& location) const
+{
+    const auto it = m_index.constFind(location);
+    return it == m_index.constEnd() ? nullptr : &m_items[std::size_t(*it)];
+}
+
+void CCustomInps::clear()
+{
+    m_items.clear();
+    m_index.clear();
+}
+
+std::optional<CCustomInp> CCustomInps::parseLine(const QStringList& fields, int* error)
+{
+    if (fields.size() < kFields) {
+        if (error)
+            *error = ErrSubscript;
+        return std::nullopt;
+    }
+    TerminalFields f(fields);
+    CCustomInp t;
+    t.Location = f.text(1);
+    t.KinoAdrs = f.numberAdrs(2);
+    t.LogicAdrs = f.numberAdrs(3);
+    t.LogicBit = f.mask(4);
+    t.AltAdrs = f.adrs(5);
+    t.AltBit = f.mask(6);
+    t.DosaAdrs = f.adrs(7);
+    t.DosaBit = f.mask(8);
+    t.IgnoreI1Adrs = f.adrs(9);
+    t.IgnoreI1Bit = f.mask(10);
+    t.AlAdrs = f.adrs(11);
+    t.AlBit = f.mask(12);
+    t.RSFDosaClearAdrs = f.adrs(13);
+    t.RSFDosaClearBit = f.mask(14);
+    t.RSFDosaDelayAdrs = f.adrs(15);
+    t.DengenOnAdrs = f.adrs(16);
+    t.DengenOnBit = f.mask(17);
+    t.UntenoffAdrs = f.adrs(18);
+    t.UntenoffBit = f.mask(19);
+    t.TomeAdrs = f.adrs(20);
+    t.TomeBit = f.mask(21);
+    t.RSFSetAdrs = f.adrs(22);
+    t.RSFSetBit = f.mask(23);
+    t.RSFResetAdrs = f.adrs(24);
+    t.RSFResetBit = f.mask(25);
+    t.RSFResetStcAdrs = f.adrs(26);
+    if (!f.ok()) {
+        if (error)
+            *error = f.error();
+        return std::nullopt;
+    }
+    return t;
+}
+
+bool CCustomInps::ReadSet04e(const QString& folder)
+{
+    QByteArray content;
+    int error = 0;
+    if (!readSettingFile(folder + QStringLiteral("/Set04.e"), content, &error)) {
+        reportError(error, kProc);
+        return false;
+    }
+    return readLines(content);
+}
+
+bool CCustomInps::readLines(const QByteArray& content)
+{
+    for (const QString& line : settingFileLines(content)) {
+        int error = 0;
+        const auto terminal = parseLine(line.split(u'\t'), &error);
+        if (!terminal) {
+            reportError(error, kProc);
+            return false;
+        }
+        if (!Add(*terminal)) {
+            reportError(ErrDuplicateKey, kProc);
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace vkm

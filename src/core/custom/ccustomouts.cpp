@@ -1,0 +1,145 @@
+#include "custom/ccustomouts.h"
+
+#include "base/errorreporter.h"
+#include "catalogue/settinglines.h"
+#include "custom/customfield.h"
+
+namespace vkm {
+
+namespace {
+const QString kProc = QStringLiteral("ReadSet05e");
+constexpr int kFields = 16;
+} // namespace
+
+bool CCustomOuts::Add(const CCustomOut& terminal)
+{
+    if (m_index.contains(terminal.Location))
+        return false;
+    m_index.insert(terminal.Location, int(m_items.size()));
+    m_items.push_back(terminal);
+    return true;
+}
+
+CCustomOut* CCustomOuts::Item(int index)
+{
+    return index < 1 || index > Count() ? nullptr : &m_items[std::size_t(index - 1)];
+}
+
+const CCustomOut* CCustomOuts::Item(int index) const
+{
+    return index < 1 || index > Count() ? nullptr : &m_items[std::size_t(index - 1)];
+}
+
+CCustomOut* CCustomOuts::Item(const QString& location)
+{
+    const auto it = m_index.constFind(location);
+    return it == m_index.constEnd() ? nullptr : &m_items[std::size_t(*it)];
+}
+
+const CCustomOut* CCustomOuts::Item(const QString& location) const
+{
+    const auto it = m_index.constFind(location);
+    return it == m_index.constEnd() ? nullptr : &m_items[std::size_t(*it)];
+}
+
+void CCustomOuts::clear()
+{
+    m_items.clear();
+    m_index.clear();
+}
+
+std::optional<CCustomOut> CCustomOuts::parseLine(const QStringList& fields, int* error)
+{
+    if (fields.size() < kFields) {
+        if (error)
+            *error = ErrSubscript;
+        return std::nullopt;
+    }
+    TerminalFields f(fields);
+    CCustomOut t;
+    t.Location = f.text(1);
+    t.KinoAdrs = f.numberAdrs(2);
+    t.LogicAdrs = f.numberAdrs(3);
+    t.LogicBit = f.mask(4);
+    t.ChopAdrs = f.adrs(5);
+    t.ChopBit = f.mask(6);
+    t.KyoseiOffAdrs = f.adrs(7);
+    t.KyoseiOffBit = f.mask(8);
+    t.OnDelayAdrs = f.adrs(9);
+    t.ChopDutyAdrs = f.adrs(10);
+    t.ChopDutyBit = f.mask(11);
+    t.ZenpaAdrs = f.adrs(12);
+    t.ZenpaBit = f.mask(13);
+    t.HojiAdrs = f.adrs(14);
+    t.HojiBit = f.mask(15);
+    t.FUMAdrs = f.adrs(16);
+    if (!f.ok()) {
+        if (error)
+            *error = f.error();
+        return std::nullopt;
+    }
+    return t;
+}
+
+bool CCustomOuts::ReadSet05e(const QString& folder)
+{
+    QByteArray content;
+    int error = 0;
+    if (!readSettingFile(folder + QStringLiteral("/Set05.e"), content, &error)) {
+        reportError(error, kProc);
+        return false;
+    }
+    return readLines(content);
+}
+
+bool CCustomOuts::readLines(const QByteArray& content)
+{
+    for (const QString& line : settingFileLines(content)) {
+        int error = 0;
+        const auto terminal = parseLine(line.split(u'\t'), &error);
+        if (!terminal) {
+            reportError(error, kProc);
+            return false;
+        }
+        if (!Add(*terminal)) {
+            reportError(ErrDuplicateKey, kProc);
+            return false;
+        }
+    }
+    return true;
+}
+
+namespace {
+// Chop duty codes: on and off times of the chopped output, as the machine's display
+// abbreviates them and as the long help text states them.
+const char* const kChopDuty1[] = {"LO", "MS", "MF", "HI", "26", "62", "84", "FL"};
+const char* const kChopDuty2[] = {"2ms=ON, 4ms=OFF, 33% duty", "4ms=ON, 4ms=OFF, 50% duty",
+                                  "2ms=ON, 2ms=OFF, 50% duty", "4ms=ON, 2ms=OFF, 66% duty",
+                                  "2ms=ON, 6ms=OFF, 25% duty", "6ms=ON, 2ms=OFF, 75% duty",
+                                  "8ms=ON, 4ms=OFF, 66% duty", "100% All wave output"};
+const char* const kZenpa[] = {"20", "25", "30", "40", "50", "60", "80", "100"};
+const char* const kHoji1[] = {"M", "C", "A", "T"};
+const char* const kHoji2[] = {"Momentary: the output follows its function", "Continuous: held until reset",
+                              "Alternate: each signal toggles the output", "Timed: held for the set time"};
+
+template <std::size_t N>
+QString codeText(const char* const (&table)[N], int index)
+{
+    if (index < 0 || index >= int(N))
+        return {};
+    return QString::fromLatin1(table[index]);
+}
+} // namespace
+
+QString CCustomOuts::GetChopDutyInfo1(int index) { return codeText(kChopDuty1, index); }
+QString CCustomOuts::GetChopDutyInfo2(int index) { return codeText(kChopDuty2, index); }
+QString CCustomOuts::GetZenpaInfo1(int index) { return codeText(kZenpa, index); }
+QString CCustomOuts::GetZenpaInfo2(int index)
+{
+    const QString ms = codeText(kZenpa, index);
+    return ms.isEmpty() ? ms : ms + QStringLiteral("msec");
+}
+QString CCustomOuts::GetHojiInfo1(int index) { return codeText(kHoji1, index); }
+QString CCustomOuts::GetHojiInfo2(int index) { return codeText(kHoji2, index); }
+
+} // namespace vkm

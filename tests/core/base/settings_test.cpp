@@ -1,0 +1,179 @@
+#include "base/legacytext.h"
+#include "base/paths.h"
+#include "base/regdata.h"
+#include "base/settings.h"
+#include "testsupport.h"
+
+#include <QDir>
+#include <QSettings>
+#include <gtest/gtest.h>
+
+using vkm::Section;
+using vkm::Settings;
+
+namespace {
+
+struct Default {
+    Section section;
+    const char* key;
+    QString value;
+};
+
+// What a first start must leave in an empty store, for a main window 15000 twips wide.
+std::vector<Default> firstStartValues()
+{
+    return {
+        {Section::FileInfo, "InitialPath", QDir::toNativeSeparators(vkm::paths::exeFolder())},
+        {Section::General, "DoesViewRemarkColumn", "True"},
+        {Section::General, "DoesViewButtonCaption", "True"},
+        {Section::General, "DoesViewInputMethod", "True"},
+        {Section::General, "DoesReplaceFunction", "True"},
+        {Section::General, "DoesAskInReplacing", "True"},
+        {Section::General, "DoesLocateInpFirst", "False"},
+        {Section::General, "DoesShowMsgInFinding", "False"},
+        {Section::General, "DoesShowPulseAutomatic", "True"},
+        {Section::General, "DispHelpCode", "True"},
+        {Section::General, "RemainHelpCode", "False"},
+        {Section::Location, "RemarkColumnWidth", "1200"},
+        {Section::Location, "Memo_Width", "10200"},
+        {Section::Location, "Memo_Height", "7845"},
+        {Section::Location, "CustomEasy_Left", "12370"},
+        {Section::Location, "CustomEasy_Top", "2000"},
+        {Section::Location, "CustomEasy_Width", "2130"},
+        {Section::Location, "CustomEasy_Height", "11790"},
+        {Section::Location, "Pulse_Left", "-9999"},
+        {Section::Location, "Pulse_Top", "0"},
+        {Section::Location, "Memo_FontSize", "10"},
+        {Section::Location, "Help_Top", "0"},
+        {Section::Location, "Help_Left", "0"},
+    };
+}
+
+QMap<QString, QString> snapshot(const Settings& settings)
+{
+    QSettings raw(settings.fileName(), QSettings::IniFormat);
+    QMap<QString, QString> out;
+    for (const QString& k : raw.allKeys())
+        out.insert(k, raw.value(k).toString());
+    return out;
+}
+
+} // namespace
+
+TEST(CheckRegData, FirstStartCreatesEveryValueWithItsDefault)
+{
+    vkm::test::TempSettings t;
+    ASSERT_TRUE(t.settings->CheckRegData(15000));
+    for (const Default& d : firstStartValues()) {
+        SCOPED_TRACE(d.key);
+        EXPECT_EQ(t.settings->read(d.section, QLatin1String(d.key)), d.value);
+    }
+    const QString excel = t.settings->ReadReg(0, QStringLiteral("LatestExcelFullFname"));
+    EXPECT_TRUE(excel.endsWith(QStringLiteral("VKM_STEP.xlsx"))) << qPrintable(excel);
+    // Only the table's values are created: nothing the other windows create themselves.
+    EXPECT_EQ(snapshot(*t.settings).size(), qsizetype(firstStartValues().size() + 1));
+    EXPECT_FALSE(t.settings->contains(Section::General, QStringLiteral("BlueHeron")));
+}
+
+TEST(CheckRegData, SecondStartChangesNothing)
+{
+    vkm::test::TempSettings t;
+    ASSERT_TRUE(t.settings->CheckRegData(15000));
+    t.settings->writeBool(Section::General, QStringLiteral("DoesViewRemarkColumn"), false);
+    t.settings->writeInt(Section::Location, QStringLiteral("Memo_Width"), 5000);
+    t.settings->write(Section::FileInfo, QStringLiteral("InitialPath"), QStringLiteral("/somewhere/else"));
+    const auto before = snapshot(*t.settings);
+    ASSERT_TRUE(t.settings->CheckRegData(30000)); // a wider window must not move the stored position
+    EXPECT_EQ(snapshot(*t.settings), before);
+}
+
+TEST(CheckRegData, CustomisationPositionIsCreatedAsAPairOnlyWhenLeftIsMissing)
+{
+    vkm::test::TempSettings t;
+    ASSERT_TRUE(t.settings->CheckRegData(10000));
+    QSettings raw(t.settings->fileName(), QSettings::IniFormat);
+
+    // Top missing alone: left to the user, not recreated.
+    raw.remove(QStringLiteral("Location/CustomEasy_Top"));
+    raw.sync();
+    ASSERT_TRUE(t.settings->CheckRegData(10000));
+    EXPECT_FALSE(t.settings->contains(Section::Location, QStringLiteral("CustomEasy_Top")));
+
+    // Left missing: both written again, the top overwritten with its default.
+    t.settings->write(Section::Location, QStringLiteral("CustomEasy_Top"), QStringLiteral("77"));
+    raw.sync();
+    raw.remove(QStringLiteral("Location/CustomEasy_Left"));
+    raw.sync();
+    ASSERT_TRUE(t.settings->CheckRegData(20000));
+    EXPECT_EQ(t.settings->read(Section::Location, QStringLiteral("CustomEasy_Left")), QStringLiteral("17370"));
+    EXPECT_EQ(t.settings->read(Section::Location, QStringLiteral("CustomEasy_Top")), QStringLiteral("2000"));
+}
+
+TEST(CheckRegData, StoreThatCannotBeWrittenFails)
+{
+    vkm::test::Scratch scratch;
+    // A plain file where the store's folder should be: nothing below it can be created.
+    const QString blocker = scratch.write(QStringLiteral("blocker"), "x");
+    auto settings = Settings::inFile(blocker + QStringLiteral("/settings.ini"));
+    EXPECT_FALSE(settings->CheckRegData(15000));
+    EXPECT_FALSE(settings->write(Section::General, QStringLiteral("DoesViewRemarkColumn"), QStringLiteral("True")));
+}
+
+TEST(Settings, TogglesReadBackAsTheWordsTrueAndFalse)
+{
+    vkm::test::TempSettings t;
+    ASSERT_TRUE(t.settings->CheckRegData(15000));
+    const QString key = QStringLiteral("DoesReplaceFunction");
+    const QString expected[] = {QStringLiteral("False"), QStringLiteral("True"), QStringLiteral("False")};
+    for (const QString& word : expected) {
+        const bool current = t.settings->readBool(Section::General, key, false);
+        ASSERT_TRUE(t.settings->writeBool(Section::General, key, !current));
+        EXPECT_EQ(t.settings->ReadReg(1, key), word);
+        EXPECT_EQ(t.settings->readBool(Section::General, key, current), !current);
+    }
+    // Re-opened from disk, the value is the same word.
+    auto reopened = Settings::inFile(t.settings->fileName());
+    EXPECT_EQ(reopened->ReadReg(1, key), QStringLiteral("False"));
+}
+
+TEST(Settings, ReadRegSectionCodesAndMissingValues)
+{
+    vkm::test::TempSettings t;
+    t.settings->write(Section::FileInfo, QStringLiteral("K"), QStringLiteral("f"));
+    t.settings->write(Section::General, QStringLiteral("K"), QStringLiteral("g"));
+    t.settings->write(Section::Location, QStringLiteral("K"), QStringLiteral("l"));
+    EXPECT_EQ(t.settings->ReadReg(0, QStringLiteral("K")), QStringLiteral("f"));
+    EXPECT_EQ(t.settings->ReadReg(1, QStringLiteral("K")), QStringLiteral("g"));
+    EXPECT_EQ(t.settings->ReadReg(2, QStringLiteral("K")), QStringLiteral("l"));
+    EXPECT_EQ(t.settings->ReadReg(3, QStringLiteral("K")), QString());
+    EXPECT_EQ(t.settings->ReadReg(1, QStringLiteral("CommPort")), QString());
+    EXPECT_EQ(t.settings->readInt(Section::General, QStringLiteral("K"), -5), -5);
+}
+
+TEST(Settings, SaveInitialPathAndCompanionValue)
+{
+    vkm::test::TempSettings t;
+    t.settings->SaveInitialPath(QStringLiteral("/data/programs"));
+    EXPECT_EQ(t.settings->ReadReg(0, QStringLiteral("InitialPath")), QStringLiteral("/data/programs"));
+    ASSERT_TRUE(t.settings->writeCompanionPath(QStringLiteral("/opt/vkm")));
+    QSettings companion(t.scratch.file(QStringLiteral("VKM_STP.ini")), QSettings::IniFormat);
+    EXPECT_EQ(companion.value(QStringLiteral("SETTING/MYPATH")).toString(), QStringLiteral("/opt/vkm"));
+}
+
+TEST(Settings, CodePageValueSelectsTheLegacyCodePage)
+{
+    const QString original = vkm::LegacyText::codePage();
+    vkm::test::TempSettings t;
+    EXPECT_TRUE(vkm::applyCodePageSetting(*t.settings)); // none stored: nothing changes
+    EXPECT_EQ(vkm::LegacyText::codePage(), original);
+
+    t.settings->write(Section::General, QStringLiteral("CodePage"), QStringLiteral("CP1252"));
+    EXPECT_TRUE(vkm::applyCodePageSetting(*t.settings));
+    EXPECT_EQ(vkm::LegacyText::codePage(), QStringLiteral("CP1252"));
+    EXPECT_EQ(vkm::LegacyText::byteLength(QStringLiteral("\u00e9")), 1);
+
+    t.settings->write(Section::General, QStringLiteral("CodePage"), QStringLiteral("no-such-page"));
+    EXPECT_FALSE(vkm::applyCodePageSetting(*t.settings));
+    EXPECT_EQ(vkm::LegacyText::codePage(), QStringLiteral("CP1252"));
+    ASSERT_TRUE(vkm::LegacyText::setCodePage(original));
+}

@@ -1,0 +1,143 @@
+#include "programs.h"
+
+#include "base/errorreporter.h"
+#include "model/cstepinps.h"
+#include "model/cstepouts.h"
+
+#include <gtest/gtest.h>
+
+using namespace vkm;
+using namespace vkm::test;
+
+TEST(CodeTexts, LogicDelayRelationAndStateNames)
+{
+    const std::vector<std::pair<int, const char*>> logic = {
+        {0, "LOW"}, {1, "HIGH"}, {2, "NOT"}, {3, "JMP"}, {4, "INC"},  {5, "DEC"}, {6, "SET"},
+        {7, "CLR"}, {8, "ADD"},  {9, "SUB"}, {10, "CALL"}, {11, "RET"}, {12, ""},  {-1, ""}};
+    for (const auto& [code, text] : logic)
+        EXPECT_EQ(CStepOuts::LogicJ(code), QString(text)) << code;
+    // The names the editor's lists use map back; "RET" is only the display form.
+    for (int code = 0; code <= 10; ++code)
+        EXPECT_EQ(CStepOuts::LogicByName(CStepOuts::LogicJ(code)), code);
+    EXPECT_EQ(CStepOuts::LogicByName("RETURN"), 11);
+    EXPECT_EQ(CStepOuts::LogicByName("RET"), 0);
+    EXPECT_EQ(CStepOuts::LogicByName("high"), 0);
+
+    const std::vector<std::pair<int, const char*>> delay = {
+        {0, "TIMER"}, {1, ""}, {2, "STC"}, {3, ""}, {4, "ANGLE1"}, {6, "ANGLE2"}, {8, "ANGLE3"}, {10, ""}};
+    for (const auto& [code, text] : delay)
+        EXPECT_EQ(CStepOuts::DelayKindJ(code), QString(text)) << code;
+
+    const char* rel[] = {"AND", "OR", "END", ">=", "<=", "=", "!=", "+", "-"};
+    for (int code = 0; code < 9; ++code)
+        EXPECT_EQ(CStepInps::RelJ(code), QString(rel[code]));
+    EXPECT_EQ(CStepInps::RelJ(9), "");
+    EXPECT_EQ(CStepInps::JyotaiJ(0), "POS LEV");
+    EXPECT_EQ(CStepInps::JyotaiJ(3), "NEG EDG");
+    EXPECT_EQ(CStepInps::JyotaiJ(4), "");
+}
+
+TEST(CStepOutsAdd, CategoryForcesFlowControlLogic)
+{
+    const Catalogues c = testCatalogues();
+    struct Case {
+        int kino;
+        int given;
+        int expected;
+    };
+    const Case cases[] = {
+        {jumpTarget(4), LogicLow, LogicJmp},   {28672, LogicHigh, LogicSub}, {callTarget(32), LogicLow, LogicCall},
+        {28673, LogicInc, LogicRet},           {256, LogicNot, LogicNot},    {768, LogicAdd, LogicAdd},
+        {4321, LogicClr, LogicClr}, // a function the catalogue does not know keeps its logic
+    };
+    for (const auto& tc : cases) {
+        CStepOuts outs;
+        const auto out = outs.Add(1, tc.kino, tc.given, DelayStc, 7, c.selout);
+        ASSERT_TRUE(out);
+        EXPECT_EQ(out->Logic, tc.expected) << tc.kino;
+        EXPECT_EQ(out->DelayKind, DelayStc);
+        EXPECT_EQ(out->DelayEtc, 7);
+    }
+    // 16 bits kept: 0xFFFF is the empty marker -1, 0x8000 the first jump target.
+    CStepOuts outs;
+    EXPECT_EQ(outs.Add(1, 0xFFFF, 0, 0, 0, c.selout)->Kino, -1);
+    const auto jump = outs.Add(2, 0x8000, 0, 0, 0, c.selout);
+    EXPECT_EQ(jump->Kino, jumpTarget(1));
+    EXPECT_EQ(jump->Logic, LogicJmp);
+    EXPECT_EQ(outs.Add(2, 256, 0, 0, 0, c.selout), nullptr) << "a second output under the same Block";
+    EXPECT_EQ(outs.Count(), 2);
+    EXPECT_EQ(outs.Item("2"), jump);
+}
+
+TEST(CStepOutsExistRet, FindsReturnInEitherOutput)
+{
+    const Catalogues c = testCatalogues();
+    CStepOuts none, first, second;
+    none.Add(1, 256, 1, 0, 0, c.selout);
+    none.Add(2, jumpTarget(2), 0, 0, 0, c.selout);
+    first.Add(1, 28673, 0, 0, 0, c.selout);
+    second.Add(1, 256, 1, 0, 0, c.selout);
+    second.Add(2, 28673, 0, 0, 0, c.selout);
+    EXPECT_FALSE(none.ExistRet(c.selout));
+    EXPECT_TRUE(first.ExistRet(c.selout));
+    EXPECT_TRUE(second.ExistRet(c.selout));
+    EXPECT_FALSE(second.ExistRet(c.selinp)) << "the category comes from the catalogue given";
+}
+
+TEST(CStepsAdd, RowsFollowTheCountAndItemsAreShared)
+{
+    CSteps p;
+    auto outs = std::make_shared<CStepOuts>();
+    const auto a = p.Add(outs, nullptr, "first", false, true);
+    const auto b = p.Add(nullptr, nullptr, "", true, false);
+    EXPECT_EQ(a->Row, 1);
+    EXPECT_EQ(b->Row, 2);
+    EXPECT_TRUE(a->GyoMuko);
+    EXPECT_TRUE(b->NOP);
+    EXPECT_EQ(p.Item("1"), a);
+    EXPECT_EQ(p.Item(2), b);
+    EXPECT_EQ(p.Item(3), nullptr);
+    EXPECT_EQ(a->outs, outs);
+    p.Remove(1);
+    EXPECT_EQ(p.Add(nullptr, nullptr, "", true, false)->Row, 2) << "row = count + 1";
+}
+
+TEST(GetValueRange, RulesByCategoryLogicAndDelayKind)
+{
+    Catalogues c = testCatalogues();
+    struct Case {
+        const char* category;
+        const char* digital;
+        int side, logic, delayKind;
+        qint32 min, max;
+    };
+    const Case cases[] = {
+        {"COUNT", "CN41", 2, LogicSet, DelayTimer, 1, 500}, // output catalogue limits
+        {"COUNT", "CN16", 1, LogicLow, DelayTimer, 0, 99},  // input catalogue limits
+        {"COUNT", "CN16", 2, LogicLow, DelayTimer, 0, 9999},
+        {"OUT", "Y001", 2, LogicHigh, DelayTimer, 0, 130000},
+        {"OUT", "Y001", 2, LogicLow, DelayStc, 0, 9999},
+        {"OUT", "Y001", 2, LogicNot, DelayAngle1, 0, 3600},
+        {"OUT", "Y001", 2, LogicNot, DelayAngle3, 0, 3600},
+        {"RGST", "R001", 2, LogicSet, DelayAngle2, 0, 65000},
+        {"RGST", "R001", 2, LogicAdd, DelayTimer, 0, 65000},
+        {"SUB", "SUB", 2, LogicSub, DelayStc, 0, 65000},
+        {"JMP", "J001", 2, LogicJmp, DelayTimer, -7, 7}, // unchanged
+        {"RGST", "R001", 2, LogicInc, DelayTimer, -7, 7},
+        {"OUT", "Y001", 2, LogicHigh, 10, -7, 7}, // a delay kind the machine lacks
+    };
+    for (const auto& tc : cases) {
+        qint32 lo = -7, hi = 7;
+        GetValueRange(tc.category, tc.digital, tc.side, tc.logic, tc.delayKind, c.selout, c.selinp, lo, hi);
+        EXPECT_EQ(lo, tc.min) << tc.category << ' ' << tc.digital << ' ' << tc.logic;
+        EXPECT_EQ(hi, tc.max) << tc.category << ' ' << tc.digital << ' ' << tc.logic;
+    }
+}
+
+TEST(SystemClock, GivesTheCurrentTime)
+{
+    const QDateTime before = QDateTime::currentDateTime();
+    const QDateTime now = systemClock()();
+    EXPECT_LE(before.secsTo(now), 2);
+    EXPECT_GE(before.secsTo(now), 0);
+}
