@@ -43,12 +43,15 @@ Arguments parseArguments(const QApplication& app)
 
 int main(int argc, char** argv)
 {
+    // Answered before the application object exists: it needs no display.
+    for (int i = 1; i < argc; ++i) {
+        if (qstrcmp(argv[i], "--version") == 0 || qstrcmp(argv[i], "-version") == 0) {
+            std::printf("vkmstep %s\n", VKM_VERSION);
+            return 0;
+        }
+    }
     QApplication app(argc, argv);
     const Arguments args = parseArguments(app);
-    if (args.version) {
-        std::printf("vkmstep %s\n", VKM_VERSION);
-        return 0;
-    }
 
     vkm::StartupOptions options;
     options.archiveOverride = args.archive;

@@ -11,11 +11,15 @@
 #include <QToolBar>
 #include <algorithm>
 
+// The toolbar images live in a static library; its resources must be registered by hand.
+static void initToolbarResources() { Q_INIT_RESOURCE(app); }
+
 namespace vkm {
 
 MainWindow::MainWindow(Settings* settings, QWidget* parent)
     : QMainWindow(parent), m_settings(settings), m_mdi(new QMdiArea(this))
 {
+    initToolbarResources();
     setObjectName(QStringLiteral("MainWindow"));
     setWindowTitle(caption());
     m_mdi->setObjectName(QStringLiteral("mdiArea"));

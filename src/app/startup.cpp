@@ -75,7 +75,6 @@ bool Startup::run()
         return false;
     InitSettings();
     placeMainWindow();
-    m_window->show();
     readInitialFiles();
     m_userEditor = createUserEditor();
     m_window->tileHorizontally();
@@ -150,8 +149,19 @@ void Startup::InitSettings()
 
 void Startup::placeMainWindow()
 {
-    if (const QScreen* screen = QGuiApplication::primaryScreen())
-        m_window->setGeometry(screen->availableGeometry());
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return;
+    // The whole window, frame included, fills the work area; the frame's size is known
+    // only once the window exists on the screen.
+    const QRect area = screen->availableGeometry();
+    m_window->setGeometry(area);
+    m_window->show();
+    const QMargins frame(m_window->geometry().left() - m_window->frameGeometry().left(),
+                         m_window->geometry().top() - m_window->frameGeometry().top(),
+                         m_window->frameGeometry().right() - m_window->geometry().right(),
+                         m_window->frameGeometry().bottom() - m_window->geometry().bottom());
+    m_window->setGeometry(area.marginsRemoved(frame));
 }
 
 void Startup::readInitialFiles()

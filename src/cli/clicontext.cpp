@@ -9,14 +9,13 @@
 namespace vkm::cli {
 
 CliContext::CliContext(QString archiveOverride)
-    : m_archiveOverride(std::move(archiveOverride)), m_out(stdout), m_err(stderr)
-{
+    : m_archiveOverride(std::move(archiveOverride)), m_out(stdout), m_err(stderr) {}
+
+QString CliContext::archivePath() const {
+    return paths::settingArchive(m_archiveOverride);
 }
 
-QString CliContext::archivePath() const { return paths::settingArchive(m_archiveOverride); }
-
-bool CliContext::loadCatalogues()
-{
+bool CliContext::loadCatalogues() {
     if (m_loaded)
         return m_loadOk;
     m_loaded = true;
@@ -28,7 +27,8 @@ bool CliContext::loadCatalogues()
     // No settings store: the tool never changes the user's settings, and the unpacked
     // files go to the process's private folder and are removed after loading.
     CSelectKino kino(nullptr, m_prompter, archive);
-    m_loadOk = ReadInitialFiles(kino, m_selout, m_selinp, m_cusI, m_cusO, m_selCusInp, m_selCusOut, m_prompter);
+    m_loadOk =
+        ReadInitialFiles(kino, m_selout, m_selinp, m_cusI, m_cusO, m_selCusInp, m_selCusOut, m_prompter);
     std::fflush(stderr);
     return m_loadOk;
 }

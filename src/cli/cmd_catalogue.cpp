@@ -7,8 +7,7 @@ namespace vkm::cli {
 
 namespace {
 
-const CSelections* catalogueByName(const QString& name, const CliContext& ctx)
-{
+const CSelections* catalogueByName(const QString& name, const CliContext& ctx) {
     if (name == QLatin1String("out"))
         return &ctx.selout();
     if (name == QLatin1String("in"))
@@ -20,8 +19,7 @@ const CSelections* catalogueByName(const QString& name, const CliContext& ctx)
     return nullptr;
 }
 
-int runCatalogue(const QStringList& args, CliContext& ctx)
-{
+int runCatalogue(const QStringList& args, CliContext& ctx) {
     const QString which = args.value(0);
     if (args.size() != 1 || !catalogueByName(which, ctx)) {
         ctx.err() << "usage: vkmstep-cli catalogue {out|in|cusin|cusout}\n";

@@ -22,8 +22,7 @@ namespace {
 using Bytes = std::vector<unsigned char>;
 
 // CRC-16 of LHA/ARC: reflected polynomial 0xA001, initial value 0.
-uint16_t crc16(const unsigned char* data, std::size_t n, uint16_t crc = 0)
-{
+uint16_t crc16(const unsigned char* data, std::size_t n, uint16_t crc = 0) {
     for (std::size_t i = 0; i < n; ++i) {
         crc ^= data[i];
         for (int b = 0; b < 8; ++b)
@@ -32,39 +31,35 @@ uint16_t crc16(const unsigned char* data, std::size_t n, uint16_t crc = 0)
     return crc;
 }
 
-void put16(Bytes& out, std::size_t pos, uint32_t v)
-{
+void put16(Bytes& out, std::size_t pos, uint32_t v) {
     out[pos] = uint8_t(v & 0xFF);
     out[pos + 1] = uint8_t((v >> 8) & 0xFF);
 }
 
-void put32(Bytes& out, std::size_t pos, uint32_t v)
-{
+void put32(Bytes& out, std::size_t pos, uint32_t v) {
     for (int i = 0; i < 4; ++i)
         out[pos + std::size_t(i)] = uint8_t((v >> (8 * i)) & 0xFF);
 }
 
 // Modification time as Unix seconds; SOURCE_DATE_EPOCH wins so that builds repeat.
-uint32_t stampOf(const std::filesystem::path& p)
-{
+uint32_t stampOf(const std::filesystem::path& p) {
     if (const char* epoch = std::getenv("SOURCE_DATE_EPOCH"))
         return uint32_t(std::strtoul(epoch, nullptr, 10));
     std::error_code ec;
     const auto ft = std::filesystem::last_write_time(p, ec);
     if (ec)
         return 0;
-    const auto sys = std::chrono::system_clock::now()
-                   + std::chrono::duration_cast<std::chrono::system_clock::duration>(
-                         ft - std::filesystem::file_time_type::clock::now());
+    const auto sys =
+        std::chrono::system_clock::now() + std::chrono::duration_cast<std::chrono::system_clock::duration>(
+                                               ft - std::filesystem::file_time_type::clock::now());
     const auto secs = std::chrono::duration_cast<std::chrono::seconds>(sys.time_since_epoch()).count();
     return secs < 0 ? 0u : uint32_t(secs);
 }
 
 // The level-2 header of one stored member.
-Bytes header(const std::string& name, const Bytes& data, uint32_t stamp)
-{
-    const std::size_t fixed = 26;          // up to and including the first "next size" field
-    const std::size_t crcExt = 5;          // type, CRC, next size
+Bytes header(const std::string& name, const Bytes& data, uint32_t stamp) {
+    const std::size_t fixed = 26;                // up to and including the first "next size" field
+    const std::size_t crcExt = 5;                // type, CRC, next size
     const std::size_t nameExt = name.size() + 3; // type, name, next size
     std::size_t total = fixed + crcExt + nameExt;
     // A header whose size has a zero low byte would read as the end mark; LHA pads it.
@@ -95,8 +90,7 @@ Bytes header(const std::string& name, const Bytes& data, uint32_t stamp)
     return h;
 }
 
-bool readFile(const std::filesystem::path& p, Bytes& out)
-{
+bool readFile(const std::filesystem::path& p, Bytes& out) {
     std::ifstream in(p, std::ios::binary);
     if (!in)
         return false;
@@ -106,8 +100,7 @@ bool readFile(const std::filesystem::path& p, Bytes& out)
 
 } // namespace
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
     if (argc < 3) {
         std::fprintf(stderr, "usage: lhapack OUT.lzh FILE...\n");
         return 2;

@@ -103,18 +103,19 @@ void Settings::SaveInitialPath(const QString& path) { write(Section::FileInfo, Q
 
 bool Settings::writeCompanionPath(const QString& exeFolder)
 {
-    if (m_isFile) {
-        // Tests keep the companion value beside their own store.
-        QSettings companion(QFileInfo(m_store->fileName()).absolutePath() + QStringLiteral("/VKM_STP.ini"),
-                            QSettings::IniFormat);
-        companion.setValue(QStringLiteral("SETTING/MYPATH"), exeFolder);
-        companion.sync();
-        return companion.status() == QSettings::NoError;
-    }
-    QSettings companion(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("VKM_STP"));
-    companion.setValue(QStringLiteral("SETTING/MYPATH"), exeFolder);
-    companion.sync();
-    return companion.status() == QSettings::NoError;
+    // Tests keep the companion value beside their own store.
+    std::unique_ptr<QSettings> companion =
+        m_isFile ? std::make_unique<QSettings>(QFileInfo(m_store->fileName()).absolutePath()
+                                                   + QStringLiteral("/VKM_STP.ini"),
+                                               QSettings::IniFormat)
+                 : std::make_unique<QSettings>(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("VKM_STP"));
+    const QString key = QStringLiteral("SETTING/MYPATH");
+    // Written at every start, but rewriting an unchanged value would only cost a disk sync.
+    if (companion->contains(key) && companion->value(key).toString() == exeFolder)
+        return true;
+    companion->setValue(key, exeFolder);
+    companion->sync();
+    return companion->status() == QSettings::NoError;
 }
 
 QString Settings::fileName() const { return m_store->fileName(); }

@@ -2,8 +2,7 @@
 
 namespace vkm {
 
-QString ChooseCategory(const CSelections& sels, const QString& digital, const CategoryChooser& chooser)
-{
+QString ChooseCategory(const CSelections& sels, const QString& digital, const CategoryChooser& chooser) {
     const int n = sels.CountByDigital(digital);
     if (n == 0)
         return {};

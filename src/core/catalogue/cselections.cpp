@@ -13,13 +13,14 @@ namespace {
 const QString kCount = QStringLiteral("COUNT");
 const QString kProcRead = QStringLiteral("ReadSet6_7_8_9e");
 
-QString digitalKey(const QString& category, const QString& digital) { return category + u'_' + digital; }
+QString digitalKey(const QString& category, const QString& digital) {
+    return category + u'_' + digital;
+}
 
 // Function numbers travel through the program both as signed 16-bit values (the catalogue
 // files write a jump target as -32768) and as the unsigned 16 bits of the step image
 // (32768). Both name the same function.
-std::optional<qint16> asFunctionValue(int value)
-{
+std::optional<qint16> asFunctionValue(int value) {
     if (value >= std::numeric_limits<qint16>::min() && value <= std::numeric_limits<qint16>::max())
         return qint16(value);
     if (value > std::numeric_limits<qint16>::max() && value <= 0xFFFF)
@@ -29,19 +30,17 @@ std::optional<qint16> asFunctionValue(int value)
 
 // Set08.e and Set09.e carry min and max of counters; every other catalogue file has four
 // fields. The names are compared as the file system of the machine's tools does, ignoring case.
-int fieldsNeeded(const QString& sfilename)
-{
+int fieldsNeeded(const QString& sfilename) {
     const QString base = QFileInfo(sfilename).fileName();
-    if (base.compare(QLatin1String("Set08.e"), Qt::CaseInsensitive) == 0
-        || base.compare(QLatin1String("Set09.e"), Qt::CaseInsensitive) == 0)
+    if (base.compare(QLatin1String("Set08.e"), Qt::CaseInsensitive) == 0 ||
+        base.compare(QLatin1String("Set09.e"), Qt::CaseInsensitive) == 0)
         return 6;
     return 4;
 }
 } // namespace
 
 const CSelection* CSelections::Add(const QString& sDigital, qint16 value, const QString& sAdvice,
-                                   const QString& sCategory, const QString& sMin, const QString& sMax)
-{
+                                   const QString& sCategory, const QString& sMin, const QString& sMax) {
     CSelection entry;
     entry.Category = sCategory.isEmpty() ? kDefaultCategory : sCategory;
     entry.Digital = sDigital;
@@ -70,8 +69,7 @@ const CSelection* CSelections::Add(const QString& sDigital, qint16 value, const 
     return added;
 }
 
-const CSelection* CSelections::Add2(const QString& sSelection, qint16 value)
-{
+const CSelection* CSelections::Add2(const QString& sSelection, qint16 value) {
     CSelection entry;
     entry.Selection = sSelection;
     entry.value = value;
@@ -82,8 +80,7 @@ const CSelection* CSelections::Add2(const QString& sSelection, qint16 value)
     return &m_entries.back();
 }
 
-bool CSelections::appendEntry(const QString& key, const CSelection& entry)
-{
+bool CSelections::appendEntry(const QString& key, const CSelection& entry) {
     if (m_keyIndex.contains(key))
         return false;
     const int pos = int(m_entries.size());
@@ -95,8 +92,7 @@ bool CSelections::appendEntry(const QString& key, const CSelection& entry)
     return true;
 }
 
-void CSelections::rebuildIndexes()
-{
+void CSelections::rebuildIndexes() {
     m_keyIndex.clear();
     m_byDigital.clear();
     m_lastByValue.clear();
@@ -107,8 +103,7 @@ void CSelections::rebuildIndexes()
     }
 }
 
-bool CSelections::ReadSet6_7_8_9e(const QString& folder, const QString& sfilename)
-{
+bool CSelections::ReadSet6_7_8_9e(const QString& folder, const QString& sfilename) {
     QByteArray content;
     int error = 0;
     if (!readSettingFile(folder + u'/' + sfilename, content, &error)) {
@@ -118,8 +113,7 @@ bool CSelections::ReadSet6_7_8_9e(const QString& folder, const QString& sfilenam
     return readLines(content, sfilename);
 }
 
-bool CSelections::readLines(const QByteArray& content, const QString& sfilename)
-{
+bool CSelections::readLines(const QByteArray& content, const QString& sfilename) {
     const int needed = fieldsNeeded(sfilename);
     for (const QString& line : settingFileLines(content))
         if (!readLine(line, needed))
@@ -127,8 +121,7 @@ bool CSelections::readLines(const QByteArray& content, const QString& sfilename)
     return true;
 }
 
-bool CSelections::readLine(const QString& line, int needed)
-{
+bool CSelections::readLine(const QString& line, int needed) {
     const QStringList fields = line.split(u'\t');
     if (fields.size() < needed) {
         reportError(ErrSubscript, kProcRead);
@@ -140,25 +133,23 @@ bool CSelections::readLine(const QString& line, int needed)
         return false;
     }
     const QString zero = QStringLiteral("0");
-    Add(fields[0], *value, fields[2], fields[3], needed > 4 ? fields[4] : zero, needed > 5 ? fields[5] : zero);
+    Add(fields[0], *value, fields[2], fields[3], needed > 4 ? fields[4] : zero,
+        needed > 5 ? fields[5] : zero);
     return true;
 }
 
-const CSelection* CSelections::Item(int index) const
-{
+const CSelection* CSelections::Item(int index) const {
     if (index < 1 || index > Count())
         return nullptr;
     return &m_entries[std::size_t(index - 1)];
 }
 
-const CSelection* CSelections::Item(const QString& key) const
-{
+const CSelection* CSelections::Item(const QString& key) const {
     const auto it = m_keyIndex.constFind(key);
     return it == m_keyIndex.constEnd() ? nullptr : &m_entries[std::size_t(*it)];
 }
 
-void CSelections::Remove(int index)
-{
+void CSelections::Remove(int index) {
     if (index < 1 || index > Count())
         return;
     m_entries.erase(m_entries.begin() + (index - 1));
@@ -166,15 +157,13 @@ void CSelections::Remove(int index)
     rebuildIndexes();
 }
 
-void CSelections::Remove(const QString& key)
-{
+void CSelections::Remove(const QString& key) {
     const auto it = m_keyIndex.constFind(key);
     if (it != m_keyIndex.constEnd())
         Remove(*it + 1);
 }
 
-void CSelections::clear()
-{
+void CSelections::clear() {
     m_entries.clear();
     m_keys.clear();
     m_dicDigital.clear();
@@ -183,8 +172,7 @@ void CSelections::clear()
     rebuildIndexes();
 }
 
-QString CSelections::CategoryByValue(int value) const
-{
+QString CSelections::CategoryByValue(int value) const {
     const auto v = asFunctionValue(value);
     if (!v)
         return {};
@@ -192,29 +180,25 @@ QString CSelections::CategoryByValue(int value) const
     return e ? e->Category : QString();
 }
 
-qint16 CSelections::ValueByDigital(const QString& sCategory, const QString& sDigital) const
-{
+qint16 CSelections::ValueByDigital(const QString& sCategory, const QString& sDigital) const {
     const QString category = sCategory.isEmpty() ? kDefaultCategory : sCategory;
     return m_dicDigital.value(digitalKey(category, sDigital), qint16(-1));
 }
 
-QString CSelections::CategoryByDigitalOnly(const QString& sDigital) const
-{
+QString CSelections::CategoryByDigitalOnly(const QString& sDigital) const {
     const auto it = m_byDigital.constFind(sDigital);
     if (it == m_byDigital.constEnd() || it->empty())
         return {};
     return m_entries[std::size_t(it->front())].Category;
 }
 
-int CSelections::CountByDigital(const QString& sDigital) const
-{
+int CSelections::CountByDigital(const QString& sDigital) const {
     const auto it = m_byDigital.constFind(sDigital);
     return it == m_byDigital.constEnd() ? 0 : int(it->size());
 }
 
 void CSelections::MinMaxByDigital(const QString& sCategory, const QString& sDigital, qint32& lMin,
-                                  qint32& lMax) const
-{
+                                  qint32& lMax) const {
     const auto it = m_dicMinMax.constFind(digitalKey(sCategory, sDigital));
     if (it == m_dicMinMax.constEnd())
         return;
@@ -231,8 +215,7 @@ void CSelections::MinMaxByDigital(const QString& sCategory, const QString& sDigi
     lMax = qint32(hi);
 }
 
-QString CSelections::GetSelection(int value) const
-{
+QString CSelections::GetSelection(int value) const {
     const auto v = asFunctionValue(value);
     if (!v)
         return QStringLiteral("?");
@@ -242,14 +225,12 @@ QString CSelections::GetSelection(int value) const
     return m_entries[std::size_t(*it)].Selection;
 }
 
-bool CSelections::hasValue(int value) const
-{
+bool CSelections::hasValue(int value) const {
     const auto v = asFunctionValue(value);
     return v && m_dicValue.contains(QString::number(*v));
 }
 
-QStringList CSelections::categories() const
-{
+QStringList CSelections::categories() const {
     QStringList out;
     for (const CSelection& e : m_entries)
         if (!e.Category.isEmpty() && !out.contains(e.Category))
@@ -257,8 +238,7 @@ QStringList CSelections::categories() const
     return out;
 }
 
-QStringList CSelections::categoriesOfDigital(const QString& sDigital) const
-{
+QStringList CSelections::categoriesOfDigital(const QString& sDigital) const {
     QStringList out;
     const auto it = m_byDigital.constFind(sDigital);
     if (it != m_byDigital.constEnd())

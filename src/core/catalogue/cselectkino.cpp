@@ -35,8 +35,7 @@ using ArchivePtr = std::unique_ptr<archive, ArchiveCloser>;
 // The last part of a member name. LHA archives made on the machine's platform separate
 // folders with a backslash, others with a slash; both are cut off so that every member
 // lands directly in the working folder, whatever its stored path says.
-QString flatName(const char* pathname)
-{
+QString flatName(const char* pathname) {
     if (!pathname)
         return {};
     const QString name = QString::fromLocal8Bit(pathname);
@@ -49,8 +48,7 @@ QString flatName(const char* pathname)
 
 // Copies the data of the current member into target; false (target untouched) on a read
 // error, a member too large, or a file that cannot be written.
-bool writeMember(archive* a, const QString& target)
-{
+bool writeMember(archive* a, const QString& target) {
     QSaveFile out(target);
     if (!out.open(QIODevice::WriteOnly)) {
         reportError(ErrPermissionDenied, kMelt, target);
@@ -87,22 +85,19 @@ bool writeMember(archive* a, const QString& target)
 }
 } // namespace
 
-QStringList settingFileNames()
-{
+QStringList settingFileNames() {
     QStringList names;
     for (int i = 1; i <= 11; ++i)
         names << QStringLiteral("Set%1.e").arg(i, 2, 10, QLatin1Char('0'));
     return names;
 }
 
-QString missingFileText(const QString& path)
-{
-    return QStringLiteral("Cannot find following file. Cannot load.") + QStringLiteral("\n\n")
-         + QDir::toNativeSeparators(path);
+QString missingFileText(const QString& path) {
+    return QStringLiteral("Cannot find following file. Cannot load.") + QStringLiteral("\n\n") +
+           QDir::toNativeSeparators(path);
 }
 
-bool checkArchivePresent(const QString& archivePath, Prompter& prompter)
-{
+bool checkArchivePresent(const QString& archivePath, Prompter& prompter) {
     if (QFileInfo(archivePath).isFile())
         return true;
     prompter.showText(missingFileText(archivePath), 1);
@@ -110,8 +105,7 @@ bool checkArchivePresent(const QString& archivePath, Prompter& prompter)
 }
 
 CSelectKino::CSelectKino(Settings* settings, Prompter& prompter, QString archivePath, QString workFolder)
-    : m_settings(settings), m_prompter(prompter), m_archivePath(std::move(archivePath))
-{
+    : m_settings(settings), m_prompter(prompter), m_archivePath(std::move(archivePath)) {
     ReadRegData();
     if (workFolder.isEmpty()) {
         // Unpacked files that are thrown away after loading never touch a shared folder;
@@ -124,8 +118,7 @@ CSelectKino::CSelectKino(Settings* settings, Prompter& prompter, QString archive
         m_files << m_workFolder + u'/' + name;
 }
 
-void CSelectKino::ReadRegData()
-{
+void CSelectKino::ReadRegData() {
     if (!m_settings) {
         m_blueHeron = true;
         return;
@@ -144,8 +137,7 @@ void CSelectKino::ReadRegData()
     m_blueHeron = value;
 }
 
-bool CSelectKino::DeleteSettingFiles()
-{
+bool CSelectKino::DeleteSettingFiles() {
     if (!m_blueHeron)
         return true;
     for (const QString& path : m_files) {
@@ -155,15 +147,15 @@ bool CSelectKino::DeleteSettingFiles()
     return true;
 }
 
-bool CSelectKino::MeltSettingFiles()
-{
+bool CSelectKino::MeltSettingFiles() {
     if (!QDir().mkpath(m_workFolder)) {
         reportError(ErrPathNotFound, kMelt, m_workFolder);
         return false;
     }
     ArchivePtr a(archive_read_new());
     archive_read_support_format_lha(a.get());
-    if (archive_read_open_filename(a.get(), QFile::encodeName(m_archivePath).constData(), 10240) != ARCHIVE_OK) {
+    if (archive_read_open_filename(a.get(), QFile::encodeName(m_archivePath).constData(), 10240) !=
+        ARCHIVE_OK) {
         reportError(ErrFileNotFound, kMelt, QString::fromLocal8Bit(archive_error_string(a.get())));
         return false;
     }
@@ -186,8 +178,7 @@ bool CSelectKino::MeltSettingFiles()
     }
 }
 
-bool CSelectKino::DoneMelt()
-{
+bool CSelectKino::DoneMelt() {
     DeleteSettingFiles();
     // As with the extractor of the machine's tools, the unpacking result itself decides
     // nothing: whatever went wrong shows up as the first missing file below.

@@ -7,8 +7,7 @@
 
 namespace vkm {
 
-QStringList settingFileLines(const QByteArray& content)
-{
+QStringList settingFileLines(const QByteArray& content) {
     QStringList lines;
     qsizetype start = 0;
     while (start < content.size()) {
@@ -25,8 +24,7 @@ QStringList settingFileLines(const QByteArray& content)
     return lines;
 }
 
-bool readSettingFile(const QString& path, QByteArray& content, int* error)
-{
+bool readSettingFile(const QString& path, QByteArray& content, int* error) {
     QFile file(path);
     if (!file.exists()) {
         *error = ErrFileNotFound;

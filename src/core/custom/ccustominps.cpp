@@ -11,8 +11,7 @@ const QString kProc = QStringLiteral("ReadSet04e");
 constexpr int kFields = 26;
 } // namespace
 
-bool CCustomInps::Add(const CCustomInp& terminal)
-{
+bool CCustomInps::Add(const CCustomInp& terminal) {
     if (m_index.contains(terminal.Location))
         return false;
     m_index.insert(terminal.Location, int(m_items.size()));
@@ -20,36 +19,30 @@ bool CCustomInps::Add(const CCustomInp& terminal)
     return true;
 }
 
-CCustomInp* CCustomInps::Item(int index)
-{
+CCustomInp* CCustomInps::Item(int index) {
     return index < 1 || index > Count() ? nullptr : &m_items[std::size_t(index - 1)];
 }
 
-const CCustomInp* CCustomInps::Item(int index) const
-{
+const CCustomInp* CCustomInps::Item(int index) const {
     return index < 1 || index > Count() ? nullptr : &m_items[std::size_t(index - 1)];
 }
 
-CCustomInp* CCustomInps::Item(const QString& location)
-{
+CCustomInp* CCustomInps::Item(const QString& location) {
     const auto it = m_index.constFind(location);
     return it == m_index.constEnd() ? nullptr : &m_items[std::size_t(*it)];
 }
 
-const CCustomInp* CCustomInps::Item(const QString& location) const
-{
+const CCustomInp* CCustomInps::Item(const QString& location) const {
     const auto it = m_index.constFind(location);
     return it == m_index.constEnd() ? nullptr : &m_items[std::size_t(*it)];
 }
 
-void CCustomInps::clear()
-{
+void CCustomInps::clear() {
     m_items.clear();
     m_index.clear();
 }
 
-std::optional<CCustomInp> CCustomInps::parseLine(const QStringList& fields, int* error)
-{
+std::optional<CCustomInp> CCustomInps::parseLine(const QStringList& fields, int* error) {
     if (fields.size() < kFields) {
         if (error)
             *error = ErrSubscript;
@@ -91,8 +84,7 @@ std::optional<CCustomInp> CCustomInps::parseLine(const QStringList& fields, int*
     return t;
 }
 
-bool CCustomInps::ReadSet04e(const QString& folder)
-{
+bool CCustomInps::ReadSet04e(const QString& folder) {
     QByteArray content;
     int error = 0;
     if (!readSettingFile(folder + QStringLiteral("/Set04.e"), content, &error)) {
@@ -102,8 +94,7 @@ bool CCustomInps::ReadSet04e(const QString& folder)
     return readLines(content);
 }
 
-bool CCustomInps::readLines(const QByteArray& content)
-{
+bool CCustomInps::readLines(const QByteArray& content) {
     for (const QString& line : settingFileLines(content)) {
         int error = 0;
         const auto terminal = parseLine(line.split(u'\t'), &error);

@@ -11,8 +11,7 @@ const QString kProc = QStringLiteral("ReadSet05e");
 constexpr int kFields = 16;
 } // namespace
 
-bool CCustomOuts::Add(const CCustomOut& terminal)
-{
+bool CCustomOuts::Add(const CCustomOut& terminal) {
     if (m_index.contains(terminal.Location))
         return false;
     m_index.insert(terminal.Location, int(m_items.size()));
@@ -20,36 +19,30 @@ bool CCustomOuts::Add(const CCustomOut& terminal)
     return true;
 }
 
-CCustomOut* CCustomOuts::Item(int index)
-{
+CCustomOut* CCustomOuts::Item(int index) {
     return index < 1 || index > Count() ? nullptr : &m_items[std::size_t(index - 1)];
 }
 
-const CCustomOut* CCustomOuts::Item(int index) const
-{
+const CCustomOut* CCustomOuts::Item(int index) const {
     return index < 1 || index > Count() ? nullptr : &m_items[std::size_t(index - 1)];
 }
 
-CCustomOut* CCustomOuts::Item(const QString& location)
-{
+CCustomOut* CCustomOuts::Item(const QString& location) {
     const auto it = m_index.constFind(location);
     return it == m_index.constEnd() ? nullptr : &m_items[std::size_t(*it)];
 }
 
-const CCustomOut* CCustomOuts::Item(const QString& location) const
-{
+const CCustomOut* CCustomOuts::Item(const QString& location) const {
     const auto it = m_index.constFind(location);
     return it == m_index.constEnd() ? nullptr : &m_items[std::size_t(*it)];
 }
 
-void CCustomOuts::clear()
-{
+void CCustomOuts::clear() {
     m_items.clear();
     m_index.clear();
 }
 
-std::optional<CCustomOut> CCustomOuts::parseLine(const QStringList& fields, int* error)
-{
+std::optional<CCustomOut> CCustomOuts::parseLine(const QStringList& fields, int* error) {
     if (fields.size() < kFields) {
         if (error)
             *error = ErrSubscript;
@@ -81,8 +74,7 @@ std::optional<CCustomOut> CCustomOuts::parseLine(const QStringList& fields, int*
     return t;
 }
 
-bool CCustomOuts::ReadSet05e(const QString& folder)
-{
+bool CCustomOuts::ReadSet05e(const QString& folder) {
     QByteArray content;
     int error = 0;
     if (!readSettingFile(folder + QStringLiteral("/Set05.e"), content, &error)) {
@@ -92,8 +84,7 @@ bool CCustomOuts::ReadSet05e(const QString& folder)
     return readLines(content);
 }
 
-bool CCustomOuts::readLines(const QByteArray& content)
-{
+bool CCustomOuts::readLines(const QByteArray& content) {
     for (const QString& line : settingFileLines(content)) {
         int error = 0;
         const auto terminal = parseLine(line.split(u'\t'), &error);
@@ -122,24 +113,31 @@ const char* const kHoji1[] = {"M", "C", "A", "T"};
 const char* const kHoji2[] = {"Momentary: the output follows its function", "Continuous: held until reset",
                               "Alternate: each signal toggles the output", "Timed: held for the set time"};
 
-template <std::size_t N>
-QString codeText(const char* const (&table)[N], int index)
-{
+template <std::size_t N> QString codeText(const char* const (&table)[N], int index) {
     if (index < 0 || index >= int(N))
         return {};
     return QString::fromLatin1(table[index]);
 }
 } // namespace
 
-QString CCustomOuts::GetChopDutyInfo1(int index) { return codeText(kChopDuty1, index); }
-QString CCustomOuts::GetChopDutyInfo2(int index) { return codeText(kChopDuty2, index); }
-QString CCustomOuts::GetZenpaInfo1(int index) { return codeText(kZenpa, index); }
-QString CCustomOuts::GetZenpaInfo2(int index)
-{
+QString CCustomOuts::GetChopDutyInfo1(int index) {
+    return codeText(kChopDuty1, index);
+}
+QString CCustomOuts::GetChopDutyInfo2(int index) {
+    return codeText(kChopDuty2, index);
+}
+QString CCustomOuts::GetZenpaInfo1(int index) {
+    return codeText(kZenpa, index);
+}
+QString CCustomOuts::GetZenpaInfo2(int index) {
     const QString ms = codeText(kZenpa, index);
     return ms.isEmpty() ? ms : ms + QStringLiteral("msec");
 }
-QString CCustomOuts::GetHojiInfo1(int index) { return codeText(kHoji1, index); }
-QString CCustomOuts::GetHojiInfo2(int index) { return codeText(kHoji2, index); }
+QString CCustomOuts::GetHojiInfo1(int index) {
+    return codeText(kHoji1, index);
+}
+QString CCustomOuts::GetHojiInfo2(int index) {
+    return codeText(kHoji2, index);
+}
 
 } // namespace vkm

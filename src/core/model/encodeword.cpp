@@ -75,7 +75,9 @@ QString DecodeWord(const QByteArray& block, bool authorForm, bool* ok)
             return {};
         }
         // Byte by byte: a double-byte character does not come back intact, as on the machine.
-        word += c < 0x80 ? QString(QChar(c)) : LegacyText::decode(QByteArray(1, char(c)));
+        // Through the code page even for ASCII codes: it maps some control codes (0x1A,
+        // 0x7F) to each other, and encoding must undo exactly what decoding did.
+        word += LegacyText::decode(QByteArray(1, char(c)));
     }
     if (ok)
         *ok = true;

@@ -124,7 +124,8 @@ bool writeOutputs(ImageWriter& w, const CStep& step)
             continue;
         }
         const int flag = ((step.GyoMuko ? 1 : 0) + out->DelayKind) * 16 | out->Logic;
-        if (flag < 0 || flag > 0xFF || out->DelayEtc < 0 || out->DelayEtc > 0xFFFF)
+        // Upper four bits all ones would turn the output into an empty one on the machine.
+        if (flag < 0 || flag >= kEmptyOutputFlag || out->DelayEtc < 0 || out->DelayEtc > 0xFFFF)
             return failStep(ErrOverflow);
         w.putWord(quint16(out->Kino));
         w.putByte(flag);

@@ -82,6 +82,14 @@ inline CSteps::Ptr addRow(CSteps& p, const Catalogues& c, std::initializer_list<
 
 inline CSteps::Ptr addEmptyRow(CSteps& p) { return p.Add(nullptr, nullptr, {}, true, false); }
 
+// The editor saves all 32 rows of its grid; unused rows are empty steps.
+inline CSteps& padRows(CSteps& p)
+{
+    while (p.Count() < kMaxSteps)
+        addEmptyRow(p);
+    return p;
+}
+
 inline QDateTime fixedTime() { return QDateTime(QDate(2026, 11, 16), QTime(12, 5, 37)); }
 inline Clock fixedClock() { return [] { return fixedTime(); }; }
 
@@ -146,7 +154,7 @@ inline CSteps buildProgram(Shape shape, const Catalogues& c)
         p.Memo = QString(400, 'm');
         break;
     }
-    return p;
+    return padRows(p);
 }
 
 inline const std::initializer_list<Shape> kAllShapes = {Shape::Counters, Shape::Flow,  Shape::Pulses,

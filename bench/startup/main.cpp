@@ -1,0 +1,99 @@
+// Start-up time of the editor against an empty Qt main window started the same way.
+//
+// Both are separate processes that show their main window on the offscreen platform,
+// save it as PNG and quit: the editor with its archive unpacked and catalogues read, the
+// baseline a bare QMainWindow (this executable in its child mode). The medians of several
+// runs are compared; the editor should take at most one and a half times the baseline.
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QMainWindow>
+#include <QProcess>
+#include <QScreen>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+constexpr int kRuns = 9;
+
+int baselineChild(int argc, char** argv, const char* png)
+{
+    QApplication app(argc, argv);
+    QMainWindow window;
+    window.setGeometry(QGuiApplication::primaryScreen()->availableGeometry());
+    window.show();
+    QTimer::singleShot(0, &app, [&] {
+        QApplication::processEvents();
+        app.exit(window.grab().save(QString::fromLocal8Bit(png), "PNG") ? 0 : 1);
+    });
+    return app.exec();
+}
+
+double runOnce(const QString& program, const QStringList& args, const QProcessEnvironment& env)
+{
+    QProcess p;
+    p.setProcessEnvironment(env);
+    p.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    QElapsedTimer t;
+    t.start();
+    p.start(program, args);
+    if (!p.waitForFinished(60000) || p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0) {
+        std::fprintf(stderr, "run of %s failed\n", qPrintable(program));
+        return -1;
+    }
+    return double(t.nsecsElapsed()) / 1e6;
+}
+
+double median(std::vector<double> v)
+{
+    std::sort(v.begin(), v.end());
+    return v[v.size() / 2];
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc == 3 && qstrcmp(argv[1], "--baseline-child") == 0)
+        return baselineChild(1, argv, argv[2]);
+
+    QCoreApplication app(argc, argv);
+    QTemporaryDir home;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("QT_QPA_PLATFORM"),
+               QStringLiteral("offscreen:configfile=" VKM_SOURCE_DIR "/tests/support/screens.json"));
+    env.insert(QStringLiteral("XDG_CONFIG_HOME"), home.filePath(QStringLiteral("config")));
+    env.insert(QStringLiteral("XDG_DATA_HOME"), home.filePath(QStringLiteral("data")));
+    env.insert(QStringLiteral("XDG_RUNTIME_DIR"), home.path());
+    env.insert(QStringLiteral("VKM_ARCHIVE"), QStringLiteral(VKM_BIN_DIR "/VKM.e"));
+
+    const QString png = home.filePath(QStringLiteral("shot.png"));
+    const QString editor = QStringLiteral(VKM_BIN_DIR "/vkmstep");
+    const QStringList editorArgs{QStringLiteral("--screenshot"), png};
+    const QString self = QCoreApplication::applicationFilePath();
+    const QStringList baseArgs{QStringLiteral("--baseline-child"), png};
+
+    // One warm-up each: the first start of the editor also creates every setting.
+    if (runOnce(editor, editorArgs, env) < 0 || runOnce(self, baseArgs, env) < 0)
+        return 1;
+    std::vector<double> editorTimes;
+    std::vector<double> baseTimes;
+    for (int i = 0; i < kRuns; ++i) {
+        const double e = runOnce(editor, editorArgs, env);
+        const double b = runOnce(self, baseArgs, env);
+        if (e < 0 || b < 0)
+            return 1;
+        editorTimes.push_back(e);
+        baseTimes.push_back(b);
+    }
+    const double e = median(editorTimes);
+    const double b = median(baseTimes);
+    std::printf("start-up to main window shown (median of %d): editor %.1f ms, empty main window %.1f ms\n", kRuns,
+                e, b);
+    std::printf("ratio %.2f (target at most 1.50)\n", e / b);
+    return 0;
+}

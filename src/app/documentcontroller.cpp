@@ -1,0 +1,143 @@
+#include "documentcontroller.h"
+
+#include "appcontext.h"
+#include "base/paths.h"
+#include "base/prompter.h"
+#include "finpmemo.h"
+#include "finppassword.h"
+
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QUrl>
+
+namespace vkm {
+
+DocumentController::DocumentController(AppContext& context, StepSheetEditor& userEditor,
+                                       StepSheetEditor& comparisonEditor, QWidget* dialogParent, QMdiArea* mdiArea)
+    : m_context(context),
+      m_documents(std::make_unique<Documents>(*context.prompter, context.settings, *context.selout, *context.selinp,
+                                              userEditor, comparisonEditor, context.initialPath)),
+      m_dialogParent(dialogParent), m_mdi(mdiArea)
+{
+    DocumentHooks& hooks = m_documents->hooks();
+    hooks.memoWindowOpen = [this] { return !m_memo.isNull(); };
+    hooks.inputPassword = [this](int usrcmp, const QString& password, const QString& author) {
+        return fInpPassword::InpPwd(usrcmp, password, author, *m_context.prompter, m_dialogParent);
+    };
+    m_opener = [](const QString& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(path)); };
+}
+
+DocumentController::~DocumentController() { shutdown(); }
+
+void DocumentController::setWindowHooks(const EditorWindowHooks& w)
+{
+    DocumentHooks& hooks = m_documents->hooks();
+    hooks.titleChanged = w.setTitle;
+    hooks.focusGrid = w.focusGrid;
+    hooks.comparisonLoaded = w.comparisonLoaded;
+    hooks.showComparison = w.showComparison;
+    hooks.tileHorizontally = w.tileHorizontally;
+    hooks.loadForms = w.loadForms;
+}
+
+bool DocumentController::isDisabledKey(const QString& key)
+{
+    return key == QLatin1String("keyREAD_USER2") || key == QLatin1String("keyREAD_HIKAKU2")
+        || key == QLatin1String("keySAVE2");
+}
+
+QStringList DocumentController::documentKeys()
+{
+    return {QStringLiteral("keyNew"),     QStringLiteral("keyOPEN"),        QStringLiteral("keyREAD_USER1"),
+            QStringLiteral("keyREAD_HIKAKU1"), QStringLiteral("keySAVE"),   QStringLiteral("keyOVERWRITE"),
+            QStringLiteral("keySAVEAS"),  QStringLiteral("InitialPath"),    QStringLiteral("keyUNDO"),
+            QStringLiteral("keyPASS"),    QStringLiteral("keyHelpManual")};
+}
+
+bool DocumentController::handleKey(int usrcmp, const QString& key, bool fromMenu)
+{
+    if (isDisabledKey(key))
+        return true;
+    if (key == QLatin1String("keyREM")) {
+        if (!fromMenu)
+            return false; // the remark button of the grid, not the memo
+        openMemoWindow(usrcmp);
+        return true;
+    }
+    if (!documentKeys().contains(key))
+        return false;
+    StepDocument& doc = m_documents->document(usrcmp);
+    // The comparison editor shows a program; only copying, finding, printing, the memo,
+    // the password dialog (read-only) and the manual work there.
+    const bool userOnly = key != QLatin1String("keyPASS") && key != QLatin1String("keyHelpManual");
+    if (usrcmp != 0 && userOnly)
+        return true;
+    if (key == QLatin1String("keyNew")) {
+        doc.NewOp();
+    } else if (key == QLatin1String("keyOPEN") || key == QLatin1String("keyREAD_USER1")) {
+        bool cancel = false;
+        doc.SaveCheck(cancel, false);
+        if (!cancel)
+            doc.ReadStep(0, 0, QString());
+    } else if (key == QLatin1String("keyREAD_HIKAKU1")) {
+        doc.ReadStep(1, 0, QString());
+    } else if (key == QLatin1String("keySAVE") || key == QLatin1String("keyOVERWRITE")) {
+        doc.SaveStepData(false);
+    } else if (key == QLatin1String("keySAVEAS")) {
+        doc.SaveStepData(true);
+    } else if (key == QLatin1String("InitialPath")) {
+        m_documents->InitialPathCommand();
+    } else if (key == QLatin1String("keyUNDO")) {
+        doc.UndoCommand();
+    } else if (key == QLatin1String("keyPASS")) {
+        doc.InputPassword();
+    } else if (key == QLatin1String("keyHelpManual")) {
+        openManual();
+    }
+    return true;
+}
+
+fInpMemo* DocumentController::openMemoWindow(int usrcmp)
+{
+    if (m_memo) {
+        if (auto* sub = qobject_cast<QMdiSubWindow*>(m_memo->parentWidget()))
+            m_mdi->setActiveSubWindow(sub);
+        m_memo->raise();
+        return m_memo;
+    }
+    auto* memo = new fInpMemo(*m_documents, usrcmp, m_context.settings);
+    memo->setAttribute(Qt::WA_DeleteOnClose);
+    m_memo = memo;
+    if (m_mdi) {
+        QMdiSubWindow* sub = m_mdi->addSubWindow(memo);
+        sub->setAttribute(Qt::WA_DeleteOnClose);
+        connect(memo, &fInpMemo::closed, sub, &QWidget::close);
+        sub->show();
+    } else {
+        memo->setParent(m_dialogParent, Qt::Tool);
+        memo->show();
+    }
+    return memo;
+}
+
+void DocumentController::openManual()
+{
+    const QString path = QDir(paths::exeFolder()).filePath(QStringLiteral("step_help1.pdf"));
+    if (!QFileInfo(path).isFile() || !m_opener || !m_opener(path))
+        m_context.prompter->showMessage(157, 2);
+}
+
+void DocumentController::shutdown()
+{
+    if (m_shutDown)
+        return;
+    m_shutDown = true;
+    if (m_memo)
+        m_memo->close(); // stores its size and font size on the way out
+    m_documents->shutdown();
+}
+
+} // namespace vkm

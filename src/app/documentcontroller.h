@@ -1,0 +1,79 @@
+#pragma once
+
+#include "document/documents.h"
+
+#include <QObject>
+#include <QPointer>
+#include <functional>
+#include <memory>
+
+class QWidget;
+class QMdiArea;
+
+namespace vkm {
+
+struct AppContext;
+class StepSheetEditor;
+class fInpMemo;
+
+// What the controller needs of the editor windows, filled in by whoever creates them.
+struct EditorWindowHooks {
+    std::function<void(int usrcmp, const QString& title)> setTitle;
+    std::function<void(int usrcmp)> focusGrid;
+    std::function<bool()> comparisonLoaded;
+    std::function<void()> showComparison;
+    std::function<void()> tileHorizontally;
+    std::function<void(int usrcmp)> loadForms;
+};
+
+// The document commands of the two step editors: new, open, open for comparison, save,
+// save as, read/save path, undo, memo window, password and author, the manual; the
+// question before the application closes; the program named on the command line.
+class DocumentController : public QObject {
+    Q_OBJECT
+public:
+    // mdiArea: where the memo window is shown beside the editors (nullptr: a tool window).
+    DocumentController(AppContext& context, StepSheetEditor& userEditor, StepSheetEditor& comparisonEditor,
+                       QWidget* dialogParent = nullptr, QMdiArea* mdiArea = nullptr);
+    ~DocumentController() override;
+
+    Documents& documents() { return *m_documents; }
+    void setWindowHooks(const EditorWindowHooks& hooks);
+
+    // Runs the command of a toolbar button or menu item of the editor usrcmp. fromMenu
+    // tells the memo item ("keyREM" under the info button) from the remark button of the
+    // same key. True when the key is a document command (handled or disabled here).
+    bool handleKey(int usrcmp, const QString& key, bool fromMenu);
+    // Keys of the machine link that stay disabled: the serial line is not available here.
+    static bool isDisabledKey(const QString& key);
+    static QStringList documentKeys();
+
+    // The memo window of the editor usrcmp (opened once; raised when open).
+    fInpMemo* openMemoWindow(int usrcmp);
+    fInpMemo* memoWindow() const { return m_memo; }
+
+    // "step_help1.pdf" beside the executable; message 157 when it cannot be opened.
+    void openManual();
+    // Tests replace the desktop's opener of files.
+    void setOpener(std::function<bool(const QString&)> opener) { m_opener = std::move(opener); }
+
+    // The main window's close question: false keeps the application open.
+    bool canCloseApplication() { return m_documents->canCloseApplication(); }
+    // The user editor's own close button.
+    void refuseUserEditorClose() { m_documents->refuseUserEditorClose(); }
+    // Opens the program named on the command line.
+    void HikisuOp(const QString& commandLine) { m_documents->HikisuOp(commandLine); }
+    // Unloads the memo window and removes both editors' temporary files.
+    void shutdown();
+
+private:
+    AppContext& m_context;
+    std::unique_ptr<Documents> m_documents;
+    QWidget* m_dialogParent;
+    QMdiArea* m_mdi;
+    QPointer<fInpMemo> m_memo;
+    std::function<bool(const QString&)> m_opener;
+    bool m_shutDown = false;
+};
+
+} // namespace vkm

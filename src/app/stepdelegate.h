@@ -1,0 +1,45 @@
+#pragma once
+
+#include "sheet/stepsheeteditor.h"
+
+#include <QSet>
+#include <QStyledItemDelegate>
+#include <optional>
+
+namespace vkm {
+
+// Draws and edits the cells of the step grid: pictures for logic, delay kind, state and
+// relation cells, the small grey category name in function cells, silver cell borders;
+// a line edit for text and function cells and a drop-down list for combo cells. Which
+// editor a cell gets is decided by the sheet editor; the window hands it over with
+// prepare() before it opens the cell.
+class StepDelegate : public QStyledItemDelegate {
+    Q_OBJECT
+public:
+    explicit StepDelegate(QObject* parent = nullptr);
+
+    // The editor for the next cell that is opened, its combo list ("#v;name|...") and the
+    // text it starts with (a typed character), if any.
+    void prepare(CellEditor editor, const QString& comboList, std::optional<QString> initialText);
+
+    // Picture resource of a cell kind and value ("" for kinds without pictures).
+    static QString picturePath(int kind, const QString& text);
+    // The font of the small category text (Tahoma where it exists).
+    static QFont categoryFont();
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override;
+    void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
+
+private:
+    bool drawPicture(QPainter* painter, const QRect& rect, const QString& path) const;
+    void drawBorders(QPainter* painter, const QRect& rect, const QModelIndex& index) const;
+
+    CellEditor m_editor = CellEditor::Text;
+    QString m_comboList;
+    mutable std::optional<QString> m_initialText;
+    mutable QSet<QString> m_reportedMissing;
+};
+
+} // namespace vkm

@@ -1,0 +1,483 @@
+#include "stepeditorwindow.h"
+
+#include "appcontext.h"
+#include "functionchooser.h"
+#include "fselcategory.h"
+#include "stepdelegate.h"
+#include "stepheaderview.h"
+#include "steptablemodel.h"
+#include "steptoolbar.h"
+
+#include "base/prompter.h"
+#include "base/settings.h"
+#include "catalogue/cselections.h"
+
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QScreen>
+#include <QTableView>
+#include <QVBoxLayout>
+#include <cmath>
+
+namespace vkm {
+
+namespace {
+constexpr int kStepColumnTwips = 555;
+constexpr int kDefaultRemarkTwips = 1200;
+constexpr int kRowHeight = 24;
+
+// Data column widths in pixels by column kind: wide enough for a cell picture or a
+// function name with its category above it.
+int columnWidth(int kind)
+{
+    switch (kind) {
+    case KindOutKino:
+    case KindInpKino: return 66;
+    case KindLogic: return 60;
+    case KindDelayKind: return 64;
+    case KindDelayValue: return 54;
+    case KindState: return 64;
+    case KindRel: return 48;
+    default: return 60;
+    }
+}
+
+const CSelections& emptyCatalogue()
+{
+    static const CSelections none;
+    return none;
+}
+
+bool isComboKind(int kind)
+{
+    return kind == KindLogic || kind == KindDelayKind || kind == KindState || kind == KindRel;
+}
+} // namespace
+
+StepEditorWindow::StepEditorWindow(AppContext& context, int USRCMP, QWidget* parent)
+    : QWidget(parent), m_context(context), m_usrcmp(USRCMP)
+{
+    setObjectName(isComparison() ? QStringLiteral("fStepCmp") : QStringLiteral("fStep"));
+    const bool inpFirst = m_context.settings
+        && m_context.settings->readBool(Section::General, QStringLiteral("DoesLocateInpFirst"), false);
+    const CSelections& selout = m_context.selout ? *m_context.selout : emptyCatalogue();
+    const CSelections& selinp = m_context.selinp ? *m_context.selinp : emptyCatalogue();
+    m_editor = std::make_unique<StepSheetEditor>(selout, selinp, *m_context.prompter, isComparison(), inpFirst);
+
+    m_toolBar = new StepToolBar(this);
+    buildGrid();
+    buildHintPane();
+    buildContextMenu();
+    connectToolbar();
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_toolBar);
+    layout->addWidget(m_grid, 1);
+    layout->addWidget(m_picHint);
+
+    if (!isComparison()) {
+        m_dialogs = std::make_unique<FunctionChooserDialogs>(m_context.settings, *m_context.prompter, this);
+        m_dialogs->LoadForms(3, m_context.selinp, m_context.selout);
+        m_chooser = m_dialogs->functionChooser();
+        m_categoryChooser = m_dialogs->categoryChooser();
+    }
+    wireHooks();
+
+    const bool captions = !m_context.settings
+        || m_context.settings->readBool(Section::General, QStringLiteral("DoesViewButtonCaption"), true);
+    ShowButtonCaption(captions);
+    const bool hint = !isComparison()
+        && (!m_context.settings
+            || m_context.settings->readBool(Section::General, QStringLiteral("DoesViewInputMethod"), true));
+    setHintVisible(hint);
+    if (isComparison()) {
+        for (const char* key : {"keyNew", "keyOPEN", "keySAVE", "keyCUT", "keyPASTE", "keyROWINSERT", "keyUNDO",
+                                "keyPULSE", "keyREM"})
+            action(QString::fromLatin1(key))->setEnabled(false);
+        menuAction(QStringLiteral("keyFUZOKU"), QStringLiteral("keyPASS"))->setEnabled(false);
+    }
+    updateTitle();
+    m_grid->setCurrentIndex(m_model->index(1, 1));
+    PrintHint();
+}
+
+StepEditorWindow::~StepEditorWindow()
+{
+    m_editor->sheet().setSelectionListener({});
+    // The model listens to the sheet; it goes before the editor that owns the sheet.
+    m_grid->setModel(nullptr);
+    delete m_model;
+    m_model = nullptr;
+}
+
+void StepEditorWindow::buildGrid()
+{
+    m_grid = new QTableView(this);
+    m_grid->setObjectName(QStringLiteral("fg"));
+    m_grid->setHorizontalHeader(new StepHeaderView(Qt::Horizontal, m_grid));
+    m_grid->setVerticalHeader(new StepHeaderView(Qt::Vertical, m_grid));
+    m_model = new StepTableModel(*m_editor, nullptr);
+    m_delegate = new StepDelegate(m_grid);
+    m_grid->setModel(m_model);
+    m_grid->setItemDelegate(m_delegate);
+    m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_grid->setSelectionMode(QAbstractItemView::ContiguousSelection);
+    m_grid->setShowGrid(false);
+    m_grid->setWordWrap(false);
+    m_grid->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_grid->setAttribute(Qt::WA_InputMethodEnabled, true);
+    m_grid->setRowHidden(0, true);    // shown as the horizontal header
+    m_grid->setColumnHidden(0, true); // shown as the vertical header
+    m_grid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_grid->verticalHeader()->setDefaultSectionSize(kRowHeight);
+    m_grid->horizontalHeader()->setMinimumSectionSize(0);
+    m_grid->horizontalHeader()->setFixedHeight(22);
+    m_grid->installEventFilter(this);
+    applyColumnWidths();
+    ControlRemarkColumn();
+
+    connect(m_grid->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { onCurrentChanged(); });
+    connect(m_grid->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { onSelectionChanged(); });
+    connect(m_grid, &QTableView::doubleClicked, this,
+            [this](const QModelIndex& index) { F2Op(index.row(), index.column()); });
+    connect(m_grid->horizontalHeader(), &QHeaderView::sectionResized, this,
+            [this](int index, int, int size) { onSectionResized(index, size); });
+    connect(m_grid, &QTableView::customContextMenuRequested, this, [this](const QPoint& pos) {
+        const QModelIndex index = m_grid->indexAt(pos);
+        if (index.isValid() && StepSheet::isStepRow(index.row()))
+            m_contextMenu->popup(m_grid->viewport()->mapToGlobal(pos));
+    });
+    connect(m_delegate, &QAbstractItemDelegate::closeEditor, this, [this] { PrintHint(); });
+    m_editor->sheet().setSelectionListener([this] { followSheetSelection(); });
+}
+
+void StepEditorWindow::applyColumnWidths()
+{
+    m_layingOut = true;
+    for (int col = 2; col < StepSheet::kCols; ++col)
+        m_grid->setColumnWidth(col, columnWidth(m_editor->sheet().colKind(col)));
+    m_layingOut = false;
+}
+
+void StepEditorWindow::buildHintPane()
+{
+    m_picHint = new QWidget(this);
+    m_picHint->setObjectName(QStringLiteral("picHint"));
+    auto* caption = new QLabel(QStringLiteral("Input method:"), m_picHint);
+    caption->setObjectName(QStringLiteral("lblHintCaption"));
+    m_lblHint = new QLabel(m_picHint);
+    m_lblHint->setObjectName(QStringLiteral("lblHint"));
+    auto* layout = new QHBoxLayout(m_picHint);
+    layout->setContentsMargins(6, 3, 6, 3);
+    layout->addWidget(caption);
+    layout->addWidget(m_lblHint, 1);
+}
+
+void StepEditorWindow::buildContextMenu()
+{
+    m_contextMenu = new QMenu(this);
+    m_contextMenu->setObjectName(QStringLiteral("mnuRightClick"));
+    const std::pair<const char*, const char*> items[] = {
+        {"&Delete", "keyCUT"}, {"&Copy", "keyCOPY"}, {"&Paste", "keyPASTE"}, {"&Insert", "keyROWINSERT"}};
+    for (const auto& [text, key] : items) {
+        QAction* a = m_contextMenu->addAction(QString::fromLatin1(text));
+        const QString command = QString::fromLatin1(key);
+        a->setObjectName(command);
+        connect(a, &QAction::triggered, this, [this, command] { action(command)->trigger(); });
+    }
+    // Each entry is as available as the toolbar command it runs.
+    connect(m_contextMenu, &QMenu::aboutToShow, this, [this] {
+        for (QAction* a : m_contextMenu->actions())
+            a->setEnabled(action(a->objectName())->isEnabled());
+    });
+}
+
+void StepEditorWindow::connectToolbar()
+{
+    connect(m_toolBar, &StepToolBar::commandTriggered, this, [this](const QString& key) {
+        if (key == QLatin1String("keyFUZOKU")) {
+            m_context.prompter->showMessage(98, 2);
+            return;
+        }
+        Q_EMIT commandTriggered(key);
+    });
+    connect(m_toolBar, &StepToolBar::menuTriggered, this, &StepEditorWindow::menuTriggered);
+}
+
+void StepEditorWindow::wireHooks()
+{
+    EditorHooks hooks;
+    hooks.chooseFunction = [this](int inOut, int orgValue, int row) -> std::optional<int> {
+        if (!m_chooser)
+            return std::nullopt;
+        const std::optional<int> chosen = m_chooser(inOut, orgValue, row);
+        m_grid->setFocus();
+        return chosen;
+    };
+    hooks.chooseCategory = [this](const CSelections& sels, const QString& digital) {
+        return m_categoryChooser ? m_categoryChooser(sels, digital) : sels.CategoryByDigitalOnly(digital);
+    };
+    hooks.changed = [this] {
+        m_changed = true;
+        Q_EMIT changed();
+    };
+    hooks.pulseRefresh = [this](int row) { Q_EMIT pulseRefreshRequested(row); };
+    hooks.functionChanged = [this](int row, int col) { Q_EMIT functionChanged(row, col); };
+    m_editor->setHooks(std::move(hooks));
+}
+
+void StepEditorWindow::setFunctionChooser(FunctionChooser chooser)
+{
+    m_chooser = std::move(chooser);
+}
+
+void StepEditorWindow::setCategoryChooser(CategoryChooser chooser)
+{
+    m_categoryChooser = std::move(chooser);
+}
+
+QAction* StepEditorWindow::action(const QString& key) const
+{
+    return m_toolBar->action(key);
+}
+
+QAction* StepEditorWindow::menuAction(const QString& buttonKey, const QString& itemKey) const
+{
+    return m_toolBar->menuAction(buttonKey, itemKey);
+}
+
+QString StepEditorWindow::GetButtonCaption(const QString& key)
+{
+    return StepToolBar::GetButtonCaption(key);
+}
+
+void StepEditorWindow::ShowButtonCaption(bool show)
+{
+    m_toolBar->ShowButtonCaption(show);
+}
+
+// Title ---------------------------------------------------------------------------
+
+void StepEditorWindow::setDocumentPath(const QString& path)
+{
+    m_path = path;
+    updateTitle();
+}
+
+void StepEditorWindow::setFromMachine(bool fromMachine)
+{
+    m_fromMachine = fromMachine;
+    updateTitle();
+}
+
+void StepEditorWindow::setAuthor(const QString& author)
+{
+    m_author = author;
+    updateTitle();
+}
+
+QString StepEditorWindow::CreateMyCaption() const
+{
+    QString caption = m_fromMachine ? QStringLiteral("***") : QFileInfo(m_path).fileName();
+    if (isComparison())
+        caption.prepend(QStringLiteral("Refer:"));
+    if (!m_author.isEmpty())
+        caption += QStringLiteral(" written by ") + m_author;
+    return caption;
+}
+
+void StepEditorWindow::updateTitle()
+{
+    setWindowTitle(CreateMyCaption());
+}
+
+// Hint pane, remark column, colours --------------------------------------------------
+
+bool StepEditorWindow::HintVisible() const
+{
+    return !m_picHint->isHidden();
+}
+
+void StepEditorWindow::setHintVisible(bool visible)
+{
+    m_picHint->setVisible(visible);
+}
+
+QString StepEditorWindow::hintText() const
+{
+    return m_lblHint->text();
+}
+
+void StepEditorWindow::PrintHint()
+{
+    const QModelIndex cur = m_grid->currentIndex();
+    m_lblHint->setText(cur.isValid() ? m_editor->hintText(cur.row(), cur.column()) : QString());
+}
+
+int StepEditorWindow::twipsToPixels(int twips) const
+{
+    return int(std::lround(double(twips) * logicalDpiX() / 1440.0));
+}
+
+int StepEditorWindow::pixelsToTwips(int pixels) const
+{
+    return int(std::lround(double(pixels) * 1440.0 / logicalDpiX()));
+}
+
+void StepEditorWindow::ControlRemarkColumn()
+{
+    m_layingOut = true;
+    m_grid->verticalHeader()->setFixedWidth(twipsToPixels(kStepColumnTwips));
+    Settings* s = m_context.settings;
+    const bool show = !s || s->readBool(Section::General, QStringLiteral("DoesViewRemarkColumn"), true);
+    const int twips = s ? s->readInt(Section::Location, QStringLiteral("RemarkColumnWidth"), kDefaultRemarkTwips)
+                        : kDefaultRemarkTwips;
+    const int col = StepSheet::GetcolRemark();
+    m_grid->setColumnHidden(col, !show);
+    if (show)
+        m_grid->setColumnWidth(col, twipsToPixels(twips > 0 ? twips : kDefaultRemarkTwips));
+    m_layingOut = false;
+}
+
+void StepEditorWindow::onSectionResized(int logicalIndex, int newSize)
+{
+    if (m_layingOut || logicalIndex != StepSheet::GetcolRemark() || newSize <= 0 || !m_context.settings)
+        return;
+    m_context.settings->writeInt(Section::Location, QStringLiteral("RemarkColumnWidth"), pixelsToTwips(newSize));
+}
+
+void StepEditorWindow::CheckColorCount()
+{
+    const QScreen* s = screen();
+    if (s && s->depth() < 16)
+        m_context.prompter->showMessage(70, 2);
+}
+
+// Current cell and selection -------------------------------------------------------------
+
+void StepEditorWindow::onCurrentChanged()
+{
+    const QModelIndex cur = m_grid->currentIndex();
+    if (!m_syncing && cur.isValid()) {
+        m_syncing = true;
+        m_editor->sheet().select(cur.row(), cur.column());
+        m_syncing = false;
+    }
+    PrintHint();
+}
+
+void StepEditorWindow::onSelectionChanged()
+{
+    if (m_syncing)
+        return;
+    const QModelIndex cur = m_grid->currentIndex();
+    const QModelIndexList picked = m_grid->selectionModel()->selectedIndexes();
+    if (!cur.isValid() || picked.isEmpty())
+        return;
+    int r1 = cur.row(), r2 = cur.row(), c1 = cur.column(), c2 = cur.column();
+    for (const QModelIndex& i : picked) {
+        r1 = std::min(r1, i.row());
+        r2 = std::max(r2, i.row());
+        c1 = std::min(c1, i.column());
+        c2 = std::max(c2, i.column());
+    }
+    bool wholeRows = true;
+    for (int r = r1; r <= r2 && wholeRows; ++r)
+        wholeRows = m_grid->selectionModel()->isRowSelected(r, {});
+    m_syncing = true;
+    StepSheet& sheet = m_editor->sheet();
+    sheet.setRowSelectionMode(wholeRows);
+    sheet.setSelection(cur.row(), cur.column(), cur.row() == r1 ? r2 : r1, cur.column() == c1 ? c2 : c1);
+    m_syncing = false;
+}
+
+void StepEditorWindow::followSheetSelection()
+{
+    if (m_syncing)
+        return;
+    m_syncing = true;
+    const StepSheet& sheet = m_editor->sheet();
+    const CellRect r = sheet.selection();
+    m_grid->setCurrentIndex(m_model->index(sheet.row(), sheet.col()));
+    if (!r.isEmpty())
+        m_grid->selectionModel()->select(QItemSelection(m_model->index(r.row1, r.col1), m_model->index(r.row2, r.col2)),
+                                         QItemSelectionModel::ClearAndSelect);
+    m_grid->scrollTo(m_model->index(sheet.row(), sheet.col()));
+    m_syncing = false;
+    PrintHint();
+}
+
+// Keys and editing -----------------------------------------------------------------------
+
+void StepEditorWindow::openCellEditor(int row, int col, const std::optional<QString>& initialText)
+{
+    const int kind = m_editor->sheet().colKind(col);
+    const CellEditor editorKind = isComboKind(kind) ? CellEditor::Combo : CellEditor::Text;
+    m_delegate->prepare(editorKind, m_editor->comboList(row, col), initialText);
+    const QModelIndex index = m_model->index(row, col);
+    m_grid->setCurrentIndex(index);
+    m_grid->edit(index);
+}
+
+void StepEditorWindow::F2Op(int row, int col)
+{
+    if (!StepSheet::isStepRow(row) || col < 1)
+        return;
+    switch (m_editor->F2InputOp(row, col)) {
+    case F2Action::StartEdit: openCellEditor(row, col, std::nullopt); break;
+    case F2Action::FunctionWritten: m_grid->setFocus(); break;
+    case F2Action::Nothing: break;
+    }
+    PrintHint();
+}
+
+bool StepEditorWindow::handleGridKey(QKeyEvent* key)
+{
+    const QModelIndex cur = m_grid->currentIndex();
+    const int row = cur.row();
+    const int col = cur.column();
+    if (key->modifiers() == Qt::ControlModifier) {
+        static const QHash<int, QString> commands = {{Qt::Key_F, QStringLiteral("keyFind")},
+                                                     {Qt::Key_C, QStringLiteral("keyCOPY")},
+                                                     {Qt::Key_X, QStringLiteral("keyCUT")},
+                                                     {Qt::Key_V, QStringLiteral("keyPASTE")}};
+        const auto it = commands.constFind(key->key());
+        if (it == commands.constEnd())
+            return false;
+        action(it.value())->trigger(); // a disabled command does nothing
+        return true;
+    }
+    if (!cur.isValid())
+        return false;
+    switch (key->key()) {
+    case Qt::Key_F2: F2Op(row, col); return true;
+    case Qt::Key_Delete: m_editor->DeleteOp(); PrintHint(); return true;
+    case Qt::Key_Space: m_editor->SpaceOp(row, col); PrintHint(); return true;
+    default: break;
+    }
+    const QString text = key->text();
+    if (text.isEmpty() || (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)))
+        return false;
+    const QChar ch = text.at(0);
+    if (ch.unicode() < 33 || ch.unicode() == 127)
+        return false;
+    if (m_editor->typeCharacter(row, col, ch))
+        openCellEditor(row, col, text);
+    PrintHint();
+    return true;
+}
+
+bool StepEditorWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_grid && event->type() == QEvent::KeyPress && handleGridKey(static_cast<QKeyEvent*>(event)))
+        return true;
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace vkm

@@ -1,0 +1,123 @@
+#pragma once
+
+#include "sheet/stepsheeteditor.h"
+
+#include <QWidget>
+#include <memory>
+
+class QLabel;
+class QMenu;
+class QTableView;
+
+namespace vkm {
+
+struct AppContext;
+class FunctionChooserDialogs;
+class StepDelegate;
+class StepTableModel;
+class StepToolBar;
+
+// The step editor window (fStep): the toolbar, the step grid and the hint pane. One
+// window holds the user program (USRCMP 0), another the comparison program (USRCMP 1),
+// which cannot be edited. The window forwards keys, clicks and typed text to its sheet
+// editor and shows what that says; it decides no editing rule itself.
+class StepEditorWindow : public QWidget {
+    Q_OBJECT
+public:
+    StepEditorWindow(AppContext& context, int USRCMP, QWidget* parent = nullptr);
+    ~StepEditorWindow() override;
+
+    int USRCMP() const { return m_usrcmp; }
+    bool isComparison() const { return m_usrcmp == 1; }
+    StepSheetEditor& editor() { return *m_editor; }
+    QTableView* grid() const { return m_grid; }
+    StepTableModel* model() const { return m_model; }
+    StepToolBar* toolBar() const { return m_toolBar; }
+    QMenu* contextMenu() const { return m_contextMenu; }
+
+    // Toolbar buttons and drop-down items, for the document to enable and connect.
+    QAction* action(const QString& key) const;
+    QAction* menuAction(const QString& buttonKey, const QString& itemKey) const;
+    static QString GetButtonCaption(const QString& key);
+    void ShowButtonCaption(bool show);
+
+    // The function dialogs this window opens on F2; replaced by tests with a script.
+    void setFunctionChooser(FunctionChooser chooser);
+    void setCategoryChooser(CategoryChooser chooser);
+    FunctionChooserDialogs* functionDialogs() const { return m_dialogs.get(); }
+
+    // Title: file name, "***" for a program read from the machine, "Refer:" in front for
+    // the comparison window, " written by " and the author when there is one.
+    void setDocumentPath(const QString& path);
+    void setFromMachine(bool fromMachine);
+    void setAuthor(const QString& author);
+    QString CreateMyCaption() const;
+
+    // The changed flag of the document (set by every accepted edit).
+    bool IsChanged() const { return m_changed; }
+    void setChanged(bool changed) { m_changed = changed; }
+
+    // Hint pane.
+    bool HintVisible() const;
+    void setHintVisible(bool visible);
+    QString hintText() const;
+    void PrintHint();
+
+    // Remark column width from the settings (twips), hidden when switched off.
+    void ControlRemarkColumn();
+    int twipsToPixels(int twips) const;
+    int pixelsToTwips(int pixels) const;
+
+    // Warns (message 70) when the screen shows fewer than 16 bits of colour.
+    void CheckColorCount();
+
+    // F2 or a double click on a cell.
+    void F2Op(int row, int col);
+
+Q_SIGNALS:
+    void commandTriggered(const QString& key);
+    void menuTriggered(const QString& buttonKey, const QString& itemKey);
+    void changed();
+    void pulseRefreshRequested(int row);
+    void functionChanged(int row, int col);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildGrid();
+    void buildHintPane();
+    void buildContextMenu();
+    void connectToolbar();
+    void applyColumnWidths();
+    void wireHooks();
+    bool handleGridKey(QKeyEvent* key);
+    void openCellEditor(int row, int col, const std::optional<QString>& initialText);
+    void onCurrentChanged();
+    void onSelectionChanged();
+    void followSheetSelection();
+    void onSectionResized(int logicalIndex, int newSize);
+    void updateTitle();
+
+    AppContext& m_context;
+    int m_usrcmp;
+    std::unique_ptr<StepSheetEditor> m_editor;
+    std::unique_ptr<FunctionChooserDialogs> m_dialogs;
+    FunctionChooser m_chooser;
+    CategoryChooser m_categoryChooser;
+    StepToolBar* m_toolBar = nullptr;
+    QTableView* m_grid = nullptr;
+    StepTableModel* m_model = nullptr;
+    StepDelegate* m_delegate = nullptr;
+    QWidget* m_picHint = nullptr;
+    QLabel* m_lblHint = nullptr;
+    QMenu* m_contextMenu = nullptr;
+    QString m_path;
+    QString m_author;
+    bool m_fromMachine = false;
+    bool m_changed = false;
+    bool m_syncing = false;   // the view follows the sheet's selection
+    bool m_layingOut = false; // column widths set by the window, not the user
+};
+
+} // namespace vkm

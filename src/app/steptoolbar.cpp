@@ -1,0 +1,139 @@
+#include "steptoolbar.h"
+
+#include "editorresources.h"
+
+#include <QMenu>
+#include <QToolButton>
+
+namespace vkm {
+
+namespace {
+struct Button {
+    const char* key;
+    const char* caption;
+};
+// Left to right; an empty key is a separator.
+const Button kButtons[] = {
+    {"keyNew", "New"},    {"keyOPEN", "Open"},    {"keySAVE", "Save"},     {"", ""},
+    {"keyFind", "Find"},  {"keyPRINT", "Print"},  {"", ""},                {"keyCUT", "Cut"},
+    {"keyCOPY", "Copy"},  {"keyPASTE", "Paste"},  {"keyROWINSERT", "Insert"}, {"keyUNDO", "Undo"},
+    {"", ""},             {"keyPULSE", "Pulse"},  {"", ""},                {"keyREM", "Rem"},
+    {"", ""},             {"keyFUZOKU", "Info"},  {"", ""},                {"keyHelp", "Help"},
+};
+
+const QString kFindTip = QStringLiteral("Find function / replace(CTRL+F)");
+
+// Work that is not part of the editor yet: present, never pretending to run.
+const QStringList kNotYet = {"keyFind", "keyPRINT", "keyCUT", "keyCOPY", "keyPASTE", "keyROWINSERT",
+                             "keyPULSE", "keyREM", "keyHelp"};
+} // namespace
+
+QString StepToolBar::GetButtonCaption(const QString& key)
+{
+    for (const Button& b : kButtons)
+        if (*b.key && key == QLatin1String(b.key))
+            return QString::fromLatin1(b.caption);
+    return QStringLiteral("UNKNOWN");
+}
+
+QStringList StepToolBar::buttonKeys()
+{
+    QStringList keys;
+    for (const Button& b : kButtons)
+        if (*b.key)
+            keys << QString::fromLatin1(b.key);
+    return keys;
+}
+
+StepToolBar::StepToolBar(QWidget* parent) : QToolBar(parent)
+{
+    ensureEditorResources();
+    setObjectName(QStringLiteral("tBar"));
+    setIconSize(QSize(24, 24));
+    for (const Button& b : kButtons) {
+        if (!*b.key) {
+            addSeparator();
+            continue;
+        }
+        const QString key = QString::fromLatin1(b.key);
+        const QString image = key == QLatin1String("keyROWINSERT") ? QStringLiteral("keyINSERT")
+                              : key == QLatin1String("keyFUZOKU")  ? QStringLiteral("keyMEMO")
+                                                                   : key;
+        addButton(key, image);
+    }
+    addMenuItem("keyOPEN", "keyREAD_USER1", "&1  Open...");
+    addMenuItem("keyOPEN", "keyREAD_USER2", "&2  Open(From sewing machine)...");
+    addMenuSeparator("keyOPEN");
+    addMenuItem("keyOPEN", "keyREAD_HIKAKU1", "&3  Open comparative file...");
+    addMenuItem("keyOPEN", "keyREAD_HIKAKU2", "&4  Open comparative file(From sewing machine)...");
+    addMenuSeparator("keyOPEN");
+    addMenuItem("keyOPEN", "InitialPath", "&3  Read/Save path setting");
+    addMenuItem("keySAVE", "keyOVERWRITE", "&1  Save");
+    addMenuItem("keySAVE", "keySAVEAS", "&2  Save as ...");
+    addMenuItem("keySAVE", "keySAVE2", "&3  Save(To sewing machine)");
+    addMenuItem("keyFUZOKU", "keyREM", "&1  Input note");
+    addMenuItem("keyFUZOKU", "keyPASS", "&2  Pasword, Author");
+
+    for (const QString& key : kNotYet)
+        m_buttons.value(key)->setEnabled(false);
+    // The machine link is not part of the editor yet.
+    menuAction("keyOPEN", "keyREAD_USER2")->setEnabled(false);
+    menuAction("keyOPEN", "keyREAD_HIKAKU2")->setEnabled(false);
+    menuAction("keySAVE", "keySAVE2")->setEnabled(false);
+    ShowButtonCaption(true);
+}
+
+QAction* StepToolBar::addButton(const QString& key, const QString& imageKey)
+{
+    QAction* a = addAction(editorIcon(imageKey), GetButtonCaption(key));
+    a->setObjectName(key);
+    a->setToolTip(key == QLatin1String("keyFind") ? kFindTip : GetButtonCaption(key));
+    m_buttons.insert(key, a);
+    connect(a, &QAction::triggered, this, [this, key] {
+        // Open and Save run their first item; Info only points at its menu.
+        if (key == QLatin1String("keyOPEN"))
+            Q_EMIT menuTriggered(key, QStringLiteral("keyREAD_USER1"));
+        else if (key == QLatin1String("keySAVE"))
+            Q_EMIT menuTriggered(key, QStringLiteral("keyOVERWRITE"));
+        else
+            Q_EMIT commandTriggered(key);
+    });
+    return a;
+}
+
+void StepToolBar::addMenuItem(const QString& buttonKey, const QString& itemKey, const QString& text)
+{
+    QAction* button = m_buttons.value(buttonKey);
+    QMenu* menu = button->menu();
+    if (!menu) {
+        menu = new QMenu(this);
+        button->setMenu(menu);
+        if (auto* tb = qobject_cast<QToolButton*>(widgetForAction(button)))
+            tb->setPopupMode(QToolButton::MenuButtonPopup);
+    }
+    QAction* item = menu->addAction(text);
+    item->setObjectName(itemKey);
+    m_items.insert(buttonKey + '/' + itemKey, item);
+    connect(item, &QAction::triggered, this, [this, buttonKey, itemKey] { Q_EMIT menuTriggered(buttonKey, itemKey); });
+}
+
+void StepToolBar::addMenuSeparator(const QString& buttonKey)
+{
+    if (QMenu* menu = m_buttons.value(buttonKey)->menu())
+        menu->addSeparator();
+}
+
+QAction* StepToolBar::menuAction(const QString& buttonKey, const QString& itemKey) const
+{
+    return m_items.value(buttonKey + '/' + itemKey);
+}
+
+void StepToolBar::ShowButtonCaption(bool show)
+{
+    m_captions = show;
+    setToolButtonStyle(show ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
+    for (auto it = m_buttons.cbegin(); it != m_buttons.cend(); ++it)
+        it.value()->setToolTip(it.key() == QLatin1String("keyFind") ? kFindTip : GetButtonCaption(it.key()));
+}
+
+} // namespace vkm

@@ -1,0 +1,48 @@
+// vkmstep-cli resave FILE.gsp OUT.gsp: what opening a program in the editor and saving it
+// writes (the checks, the sheet back into a program, its step image, its transfer text).
+#include "clicontext.h"
+#include "command.h"
+
+#include "link/machinefiles.h"
+#include "sheet/stepsheeteditor.h"
+
+namespace vkm::cli {
+namespace {
+
+int runResave(const QStringList& args, CliContext& ctx)
+{
+    if (args.size() != 2) {
+        ctx.err() << "usage: vkmstep-cli resave FILE.gsp OUT.gsp\n";
+        return 2;
+    }
+    if (!ctx.loadCatalogues())
+        return 1;
+    CSteps program;
+    if (!ReadStepData(eUSR, args[0], program, ctx.selout(), ctx.selinp(), ctx.prompter())) {
+        ctx.prompter().showMessage(19, 1); // "Failed to read data."
+        return 1;
+    }
+    // The console prompter prints a failing check's message as the editor would show it.
+    StepSheetEditor editor(ctx.selout(), ctx.selinp(), ctx.prompter(), false, false);
+    editor.PasteData(program);
+    if (!editor.ExactInput())
+        return 1;
+    CSteps saved;
+    if (!editor.Update_step(program, saved)) {
+        ctx.prompter().showMessage(80, 2); // "Make sure that all the information are set."
+        return 1;
+    }
+    const QString image = CreateTempName(1, eUSR);
+    if (!saved.SaveData(image, true, ctx.selout(), ctx.selinp()) || !CopyFiles(image, args[1], ctx.prompter())) {
+        ctx.prompter().showMessage(50, 2); // "Failed to save data..."
+        return 1;
+    }
+    return 0;
+}
+
+const CommandRegistration reg({QStringLiteral("resave"),
+                               QStringLiteral("resave FILE.gsp OUT.gsp  open a program as the editor does and save it"),
+                               runResave});
+
+} // namespace
+} // namespace vkm::cli

@@ -1,0 +1,310 @@
+#include "sheetfixture.h"
+
+using namespace vkm;
+using namespace vkm::test;
+
+namespace {
+
+// Row 1: OUT001 HIGH TIMER, ready for a delay value.
+void outputReadyForDelay(SheetFixture& f, const QString& kind = "0")
+{
+    ASSERT_TRUE(f.type(1, f.o1(), "OUT001"));
+    ASSERT_TRUE(f.type(1, f.o1() + 1, "1"));
+    ASSERT_TRUE(f.type(1, f.o1() + 2, kind));
+}
+
+} // namespace
+
+TEST(SheetEntry, FunctionCellsAcceptLowerCaseAndRefuseUnknownNames)
+{
+    SheetFixture f;
+    EXPECT_TRUE(f.type(1, f.o1(), "out001"));
+    EXPECT_EQ(f.sheet().text(1, f.o1()), "OUT001");
+    EXPECT_EQ(f.sheet().data(1, f.o1()), "OUT");
+    EXPECT_GT(f.changedCount, 0);
+
+    const int changed = f.changedCount;
+    const ValidateResult r = f.editor->fg_ValidateEdit(1, f.o1(), "NOPE");
+    EXPECT_FALSE(r.accepted);
+    EXPECT_EQ(r.text, "OUT001") << "the editor text goes back to the stored function";
+    EXPECT_EQ(f.prompter.lastNumber(), 67);
+    EXPECT_EQ(f.sheet().text(1, f.o1()), "OUT001");
+    EXPECT_EQ(f.changedCount, changed);
+
+    EXPECT_TRUE(f.type(1, f.in(1), "in002"));
+    EXPECT_EQ(f.sheet().text(1, f.in(1)), "IN002");
+    EXPECT_EQ(f.sheet().data(1, f.in(1)), "IN");
+}
+
+TEST(SheetEntry, DelayValueRangeAndEvenTimer)
+{
+    struct Case {
+        QString kind;
+        QString typed;
+        int message; // 0 = accepted
+        QString stored;
+    } cases[] = {
+        {"0", "130000", 0, "130000"}, {"0", "130001", 43, ""}, {"0", "129999", 158, ""},
+        {"0", "abc", 68, ""},         {"0", "", 68, ""},       {"0", " 0016 ", 0, "16"},
+        {"2", "9999", 0, "9999"},     {"2", "10000", 43, ""},  {"2", "15", 0, "15"},
+        {"4", "3600", 0, "3600"},     {"4", "3601", 43, ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE((c.kind + " " + c.typed).toStdString());
+        SheetFixture f;
+        outputReadyForDelay(f, c.kind);
+        f.prompter.clear();
+        EXPECT_EQ(f.type(1, f.o1() + 3, c.typed), c.message == 0);
+        EXPECT_EQ(f.sheet().text(1, f.o1() + 3), c.stored);
+        if (c.message == 0) {
+            EXPECT_TRUE(f.prompter.shown().empty());
+            continue;
+        }
+        ASSERT_EQ(f.prompter.numbers(), std::vector<int>{c.message});
+        if (c.message == 43) {
+            EXPECT_EQ(f.prompter.shown()[0].a1, "0");
+            EXPECT_EQ(f.prompter.shown()[0].a2, c.kind == "0" ? "130000" : c.kind == "2" ? "9999" : "3600");
+        }
+    }
+}
+
+TEST(SheetEntry, RemarkByteLimitCountsDoubleByteCharacters)
+{
+    struct Case {
+        QString text;
+        bool ok;
+    } cases[] = {
+        {QString(20, 'a'), true},
+        {QString(21, 'a'), false},
+        {QString(10, QChar(0x3042)), true}, // あ takes two bytes
+        {QString(11, QChar(0x3042)), false},
+        {QString(9, QChar(0x3042)) + "ab", true},
+        {QString(9, QChar(0x3042)) + "abc", false},
+    };
+    for (const Case& c : cases) {
+        SheetFixture f;
+        f.sheet().setText(1, 1, "old");
+        EXPECT_EQ(f.type(1, 1, c.text), c.ok) << c.text.size();
+        EXPECT_EQ(f.sheet().text(1, 1), c.ok ? c.text : QString("old"));
+        if (!c.ok) {
+            ASSERT_EQ(f.prompter.numbers(), std::vector<int>{56});
+            EXPECT_EQ(f.prompter.shown()[0].a1, "20");
+        }
+    }
+}
+
+TEST(SheetEntry, PrerequisitesAndStarCellsRefuseToStart)
+{
+    SheetFixture f;
+    struct Case {
+        int col;
+        int message;
+        QString a1;
+    } cases[] = {
+        {f.o2(), 46, "Output"},     {f.o1() + 1, 46, "Output"}, {f.o1() + 2, 46, "Logic"},
+        {f.o1() + 3, 46, "Delay Kind"}, {f.in(1) + 1, 46, "Input"}, {f.in(2) + 2, 46, "Input"},
+    };
+    for (const Case& c : cases) {
+        f.prompter.clear();
+        EXPECT_FALSE(f.editor->fg_StartEdit(2, c.col).allowed) << c.col;
+        ASSERT_EQ(f.prompter.numbers(), std::vector<int>{c.message});
+        EXPECT_EQ(f.prompter.shown()[0].a1, c.a1);
+    }
+    // A jump in group 1 puts "***" in group 2 and locks its own logic.
+    ASSERT_TRUE(f.type(2, f.o1(), "J001"));
+    EXPECT_EQ(f.sheet().text(2, f.o1() + 1), "3");
+    for (int col : {f.o2(), f.o2() + 3, f.o1() + 2, f.o1() + 1}) {
+        f.prompter.clear();
+        EXPECT_FALSE(f.type(2, col, "0")) << col;
+        EXPECT_EQ(f.prompter.numbers(), std::vector<int>{42});
+    }
+    EXPECT_EQ(f.sheet().text(2, f.o1() + 1), "3");
+}
+
+TEST(SheetEntry, RelationRulesAndInputsAfterEnd)
+{
+    SheetFixture f;
+    ASSERT_TRUE(f.type(1, f.in(1), "IN001"));
+    ASSERT_TRUE(f.type(1, f.in(1) + 2, "2"));
+    f.prompter.clear();
+    EXPECT_FALSE(f.type(1, f.in(2), "IN002"));
+    EXPECT_EQ(f.prompter.numbers(), std::vector<int>{156});
+    EXPECT_TRUE(f.sheet().text(1, f.in(2)).isEmpty());
+
+    // The last relation is always END: starting to edit it writes END and stops.
+    ASSERT_TRUE(f.type(2, f.in(1), "IN001"));
+    ASSERT_TRUE(f.type(2, f.in(1) + 2, "0"));
+    ASSERT_TRUE(f.type(2, f.in(2), "IN002"));
+    ASSERT_TRUE(f.type(2, f.in(2) + 2, "1"));
+    ASSERT_TRUE(f.type(2, f.in(3), "IN003"));
+    ASSERT_TRUE(f.type(2, f.in(3) + 2, "0"));
+    ASSERT_TRUE(f.type(2, f.in(4), "IN004"));
+    EXPECT_EQ(f.sheet().text(2, f.in(4) + 2), "2") << "group 4 gets END with its function";
+    f.sheet().setText(2, f.in(4) + 2, "");
+    f.prompter.clear();
+    EXPECT_FALSE(f.editor->fg_StartEdit(2, f.in(4) + 2).allowed);
+    EXPECT_EQ(f.prompter.numbers(), std::vector<int>{49});
+    EXPECT_EQ(f.sheet().text(2, f.in(4) + 2), "2");
+
+    // A value outside the combo list and a counter outside group 1.
+    f.prompter.clear();
+    EXPECT_FALSE(f.type(2, f.in(1) + 2, "7"));
+    EXPECT_FALSE(f.type(3, f.in(1), "IN001") && f.type(3, f.in(2), "CT10"));
+    EXPECT_EQ(f.prompter.numbers(), (std::vector<int>{67, 87}));
+    EXPECT_EQ(f.sheet().row(), 3);
+    EXPECT_EQ(f.sheet().col(), f.in(1));
+}
+
+TEST(SheetEntry, CounterRows)
+{
+    SheetFixture f;
+    ASSERT_TRUE(f.type(1, f.in(1), "ct10"));
+    EXPECT_TRUE(f.editor->TopIsCOUNT(1));
+    EXPECT_EQ(f.sheet().text(1, f.in(1) + 1), "***");
+    EXPECT_EQ(f.sheet().text(1, f.in(2) + 1), "***");
+    EXPECT_EQ(f.editor->comboList(1, f.in(1) + 2), StepSheetEditor::kRelCountLowList);
+
+    f.prompter.clear();
+    EXPECT_FALSE(f.type(1, f.in(4), "IN001"));
+    EXPECT_FALSE(f.type(1, f.in(2), "501"));
+    EXPECT_EQ(f.prompter.numbers(), (std::vector<int>{89, 81}));
+    EXPECT_EQ(f.prompter.shown()[1].a1, "0");
+    EXPECT_EQ(f.prompter.shown()[1].a2, "500");
+
+    // A number in range is kept as the number itself, even where a function has that value.
+    EXPECT_TRUE(f.type(1, f.in(2), "1"));
+    EXPECT_EQ(f.sheet().text(1, f.in(2)), "1");
+    EXPECT_TRUE(f.sheet().data(1, f.in(2)).isEmpty());
+    EXPECT_TRUE(f.type(1, f.in(2), "CT11"));
+    EXPECT_EQ(f.sheet().data(1, f.in(2)), "COUNT");
+
+    // "+" makes group 2 an addend compared with group 3.
+    EXPECT_EQ(f.editor->comboList(1, f.in(2) + 2), "#2;END");
+    ASSERT_TRUE(f.type(1, f.in(1) + 2, "7"));
+    EXPECT_EQ(f.sheet().text(1, f.in(3) + 1), "***");
+    EXPECT_EQ(f.editor->comboList(1, f.in(2) + 2), StepSheetEditor::kRelCountHighList);
+    EXPECT_EQ(f.editor->comboList(1, f.in(3) + 2), "#2;END");
+    ASSERT_TRUE(f.type(1, f.in(1) + 2, "3"));
+    EXPECT_TRUE(f.sheet().text(1, f.in(3) + 1).isEmpty()) << "the *** goes when + goes";
+
+    ASSERT_TRUE(f.type(2, f.in(1), "CT40"));
+    EXPECT_EQ(f.editor->comboList(2, f.in(1) + 2), StepSheetEditor::kRelCountHighList);
+    EXPECT_EQ(f.editor->hintText(2, f.in(2)),
+              "Dialogue:[F2], DoubleClick    Can input directly   Max:65535  Min:0");
+}
+
+TEST(SheetEntry, OutputFollowRules)
+{
+    SheetFixture f;
+    // A counter output: INC/DEC/CLR need neither delay kind nor value, SET needs a value.
+    ASSERT_TRUE(f.type(1, f.o1(), "CNT01"));
+    EXPECT_EQ(f.editor->comboList(1, f.o1() + 1), StepSheetEditor::kLogicCountList);
+    ASSERT_TRUE(f.type(1, f.o1() + 1, "4"));
+    EXPECT_EQ(f.sheet().text(1, f.o1() + 2), "***");
+    EXPECT_EQ(f.sheet().text(1, f.o1() + 3), "***");
+    ASSERT_TRUE(f.type(1, f.o1() + 1, "6"));
+    EXPECT_EQ(f.sheet().text(1, f.o1() + 2), "***");
+    EXPECT_TRUE(f.sheet().text(1, f.o1() + 3).isEmpty());
+    EXPECT_TRUE(f.type(1, f.o1() + 3, "9999"));
+
+    // Flow control in both groups is refused; RETURN stars the inputs.
+    ASSERT_TRUE(f.type(2, f.o1(), "OUT001"));
+    ASSERT_TRUE(f.type(2, f.o2(), "J002"));
+    f.prompter.clear();
+    EXPECT_FALSE(f.type(2, f.o1(), "C001"));
+    EXPECT_EQ(f.prompter.numbers(), std::vector<int>{112});
+    EXPECT_EQ(f.sheet().text(2, f.o1()), "OUT001");
+    ASSERT_TRUE(f.type(3, f.in(1), "IN001"));
+    ASSERT_TRUE(f.type(3, f.o1(), "RET"));
+    for (int c = 0; c < 12; ++c)
+        EXPECT_EQ(f.sheet().text(3, f.in(1) + c), "***") << c;
+    EXPECT_EQ(f.sheet().text(3, f.o1() + 1), "11");
+    ASSERT_TRUE(f.type(3, f.o1(), "OUT002"));
+    EXPECT_TRUE(f.sheet().text(3, f.in(1)).isEmpty()) << "inputs come back when RETURN goes";
+    EXPECT_TRUE(f.sheet().text(3, f.o2()).isEmpty());
+
+    // An ALL input has no state and ends the block.
+    ASSERT_TRUE(f.type(4, f.in(1), "ALLON"));
+    EXPECT_EQ(f.sheet().text(4, f.in(1) + 1), "***");
+    EXPECT_EQ(f.sheet().text(4, f.in(1) + 2), "2");
+}
+
+TEST(SheetEntry, KeysSpaceF2AndTypedCharacters)
+{
+    SheetFixture f;
+    ASSERT_TRUE(f.type(1, f.o1(), "OUT001"));
+    QStringList seen;
+    for (int i = 0; i < 4; ++i) {
+        ASSERT_TRUE(f.editor->SpaceOp(1, f.o1() + 1));
+        seen << f.sheet().text(1, f.o1() + 1);
+    }
+    EXPECT_EQ(seen, (QStringList{"0", "1", "2", "0"}));
+    EXPECT_TRUE(f.editor->typeCharacter(1, f.o1() + 2, '2'));
+    f.prompter.clear();
+    EXPECT_FALSE(f.editor->typeCharacter(1, f.o1() + 2, '3'));
+    EXPECT_EQ(f.prompter.numbers(), std::vector<int>{67});
+    EXPECT_EQ(f.editor->hintText(1, f.o1() + 1),
+              "Combo:[F2]->[F4]    Direct:[0]LOW [1]HIGH [2]NOT    Toggle:[SPACE]");
+
+    int askedOrg = 0;
+    EditorHooks hooks;
+    hooks.chooseFunction = [&](int inOut, int org, int row) -> std::optional<int> {
+        askedOrg = org;
+        EXPECT_EQ(inOut, 2);
+        EXPECT_EQ(row, 1);
+        return jumpTarget(2);
+    };
+    f.editor->setHooks(hooks);
+    EXPECT_EQ(f.editor->F2InputOp(1, f.o1()), F2Action::FunctionWritten);
+    EXPECT_EQ(askedOrg, 1);
+    EXPECT_EQ(f.sheet().text(1, f.o1()), "J002");
+    EXPECT_EQ(f.sheet().text(1, f.o1() + 1), "3");
+    EXPECT_EQ(f.editor->F2InputOp(1, f.o1() + 3), F2Action::Nothing) << "*** cell";
+    EXPECT_EQ(f.editor->F2InputOp(1, 1), F2Action::StartEdit);
+}
+
+TEST(SheetEntry, DeleteKey)
+{
+    SheetFixture f;
+    f.putSimpleRow(1);
+    f.sheet().select(1, f.o1() + 1);
+    EXPECT_FALSE(f.editor->DeleteOp());
+    EXPECT_EQ(f.prompter.numbers(), std::vector<int>{36});
+    EXPECT_EQ(f.sheet().text(1, f.o1() + 1), "1");
+
+    f.sheet().setSelection(1, 0, 1, 21);
+    f.sheet().setRowSelectionMode(true);
+    f.prompter.clear();
+    EXPECT_FALSE(f.editor->DeleteOp());
+    EXPECT_EQ(f.prompter.numbers(), std::vector<int>{151});
+
+    f.sheet().select(1, f.o1());
+    EXPECT_TRUE(f.editor->DeleteOp());
+    for (int c = 0; c < 4; ++c)
+        EXPECT_TRUE(f.sheet().text(1, f.o1() + c).isEmpty());
+    EXPECT_EQ(f.sheet().text(1, f.in(1)), "IN001") << "other groups stay";
+
+    ASSERT_TRUE(f.type(2, f.in(1), "CT10"));
+    ASSERT_TRUE(f.type(2, f.in(2), "12"));
+    EXPECT_TRUE(f.editor->DeleteOp(2, f.in(1), 2, f.in(1)));
+    for (int c = 0; c < 12; ++c)
+        EXPECT_TRUE(f.sheet().text(2, f.in(1) + c).isEmpty()) << c;
+}
+
+TEST(SheetEntry, ComparisonWindowEditsNothing)
+{
+    SheetFixture f(false, true);
+    f.putSimpleRow(1);
+    const QByteArray before = f.sheet().saveCells();
+    for (int col = 1; col < StepSheet::kCols; ++col) {
+        EXPECT_FALSE(f.editor->fg_StartEdit(1, col).allowed) << col;
+        EXPECT_FALSE(f.type(1, col, "2")) << col;
+        EXPECT_FALSE(f.editor->SpaceOp(1, col));
+        EXPECT_FALSE(f.editor->typeCharacter(1, col, '1'));
+        EXPECT_EQ(f.editor->F2InputOp(1, col), F2Action::Nothing);
+    }
+    EXPECT_FALSE(f.editor->DeleteOp(1, 1, 1, 21));
+    EXPECT_EQ(f.sheet().saveCells(), before);
+    EXPECT_TRUE(f.prompter.shown().empty());
+    EXPECT_EQ(f.changedCount, 0);
+}

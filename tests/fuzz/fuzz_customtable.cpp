@@ -1,0 +1,32 @@
+// Set04.e / Set05.e line readers: no input may crash them, and every terminal they accept
+// has masks and indexes as read.
+#include "base/errorreporter.h"
+#include "custom/ccustominps.h"
+#include "custom/ccustomouts.h"
+
+#include <QByteArray>
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+struct QuietSink : vkm::ErrorSink {
+    void report(const vkm::ErrorReport&) override {}
+};
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    static QuietSink sink;
+    vkm::ErrorReporter::setSink(&sink);
+    const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
+    vkm::CCustomInps inps;
+    inps.readLines(bytes);
+    for (const auto& t : inps)
+        if (inps.Item(t.Location) == nullptr)
+            std::abort();
+    vkm::CCustomOuts outs;
+    outs.readLines(bytes);
+    for (const auto& t : outs)
+        if (outs.Item(t.Location) == nullptr)
+            std::abort();
+    return 0;
+}

@@ -1,0 +1,414 @@
+// The step editor window on real widgets: keys and clicks go to the grid, the sheet
+// editor decides, the window shows its answer.
+#include "appcontext.h"
+#include "fselkino.h"
+#include "functionchooser.h"
+#include "stepdelegate.h"
+#include "stepeditorwindow.h"
+#include "steptablemodel.h"
+#include "steptoolbar.h"
+
+#include "base/scriptedprompter.h"
+#include "catalogue/cselections.h"
+#include "testsupport.h"
+
+#include <QAbstractItemModelTester>
+#include <QApplication>
+#include <QComboBox>
+#include <QFile>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <gtest/gtest.h>
+
+using namespace vkm;
+
+namespace {
+
+void fillOutputs(CSelections& s)
+{
+    s.Add("OUT1", 1, "Output 1", "OUT", "0", "0");
+    s.Add("OUT2", 2, "Output 2", "OUT", "0", "0");
+    s.Add("R1", 40, "Register 1", "RGST", "0", "0");
+    s.Add("C1", 60, "Counter 1", "COUNT", "0", "99");
+    s.Add("JMP", 70, "Jump", "JMP", "0", "0");
+    s.Add("CALL", 71, "Call", "CALL", "0", "0");
+    s.Add("RET", 72, "Return", "RETURN", "0", "0");
+}
+
+void fillInputs(CSelections& s)
+{
+    s.Add("IN1", 1, "Input 1", "IN", "0", "0");
+    s.Add("IN2", 2, "Input 2", "IN", "0", "0");
+    s.Add("IN3", 3, "Input 3", "IN", "0", "0");
+    s.Add("C1", 60, "Counter 1", "COUNT", "0", "99");
+    s.Add("STEP", 90, "Step", "STEP", "0", "0");
+}
+
+// A window over a small catalogue, with scripted answers and a scratch settings store.
+struct Editor {
+    test::TempSettings ts;
+    ScriptedPrompter prompter;
+    CSelections out;
+    CSelections inp;
+    AppContext ctx;
+    std::unique_ptr<StepEditorWindow> win;
+
+    explicit Editor(int usrcmp = 0, const std::function<void(Settings&)>& setup = {})
+    {
+        fillOutputs(out);
+        fillInputs(inp);
+        if (setup)
+            setup(*ts.settings);
+        ctx.settings = ts.settings.get();
+        ctx.prompter = &prompter;
+        ctx.selout = &out;
+        ctx.selinp = &inp;
+        win = std::make_unique<StepEditorWindow>(ctx, usrcmp);
+        win->resize(1260, 700);
+        win->show();
+        QApplication::setActiveWindow(win.get());
+        win->grid()->setFocus();
+    }
+    StepSheetEditor& ed() { return win->editor(); }
+    StepSheet& sheet() { return win->editor().sheet(); }
+    QTableView* grid() { return win->grid(); }
+    int out1() { return sheet().GetcolOutKino1(); }
+    int out2() { return sheet().GetcolOutKino2(); }
+    int in(int group) { return sheet().inputGroupCol(group); }
+
+    void go(int row, int col) { grid()->setCurrentIndex(win->model()->index(row, col)); }
+    QWidget* openEditor(int row, int col) { return grid()->indexWidget(win->model()->index(row, col)); }
+    // Types text on the cell as a user does: the first character opens the cell editor,
+    // the rest goes into it, Enter ends the edit.
+    void type(int row, int col, const QString& text)
+    {
+        go(row, col);
+        QTest::keyClicks(grid(), text.left(1));
+        QWidget* e = openEditor(row, col);
+        ASSERT_NE(e, nullptr) << "no cell editor opened on " << row << "," << col;
+        auto* line = qobject_cast<QLineEdit*>(e);
+        ASSERT_NE(line, nullptr);
+        line->setText(text); // keyClicks cannot type double-byte characters
+        QTest::keyClick(line, Qt::Key_Return);
+    }
+    void setup(int row, int col, const QString& text)
+    {
+        ASSERT_TRUE(ed().enterText(row, col, text)) << row << "," << col << " " << text.toStdString();
+    }
+    // An output group with function, logic and delay kind.
+    void output(int row, int col, const QString& fn, const QString& logic, const QString& kind)
+    {
+        setup(row, col, fn);
+        setup(row, col + 1, logic);
+        setup(row, col + 2, kind);
+    }
+    std::vector<int> messages() const { return prompter.numbers(); }
+};
+
+} // namespace
+
+TEST(StepEditorEntry, LowerCaseFunctionIsAcceptedWithItsCategoryAndUnknownNameRefused)
+{
+    Editor e;
+    QAbstractItemModelTester tester(e.win->model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+    e.type(1, e.out1(), "out1");
+    EXPECT_EQ(e.sheet().text(1, e.out1()), "OUT1");
+    EXPECT_EQ(e.sheet().data(1, e.out1()), "OUT");
+    EXPECT_EQ(e.win->model()->index(1, e.out1()).data(StepTableModel::CategoryRole).toString(), "OUT");
+    EXPECT_TRUE(e.win->IsChanged());
+    EXPECT_TRUE(e.messages().empty());
+
+    e.type(2, e.out1(), "nosuch");
+    EXPECT_EQ(e.sheet().text(2, e.out1()), "");
+    EXPECT_EQ(e.messages(), std::vector<int>{67});
+}
+
+TEST(StepEditorEntry, StarCellsAndJumpLogicAreRefused)
+{
+    Editor e;
+    e.setup(1, e.out1(), "RET");
+    e.setup(2, e.out1(), "JMP");
+    ASSERT_EQ(e.sheet().text(1, e.out2()), "***");
+    for (auto [row, col] : {std::pair{1, e.out2()}, std::pair{1, e.out1() + 3}, std::pair{2, e.out1() + 1}}) {
+        e.prompter.clear();
+        e.go(row, col);
+        QTest::keyClick(e.grid(), Qt::Key_F2);
+        EXPECT_EQ(e.messages(), std::vector<int>{42}) << row << "," << col;
+        EXPECT_EQ(e.openEditor(row, col), nullptr);
+    }
+    // Typing and Space on the refused cell change nothing either.
+    const QString logic = e.sheet().text(2, e.out1() + 1);
+    e.go(2, e.out1() + 1);
+    QTest::keyClick(e.grid(), Qt::Key_Space);
+    QTest::keyClicks(e.grid(), "1");
+    EXPECT_EQ(e.sheet().text(2, e.out1() + 1), logic);
+}
+
+TEST(StepEditorEntry, TimerDelayMustBeInRangeAndEven)
+{
+    struct Case {
+        QString typed;
+        QString stored; // what the cell holds afterwards
+        std::vector<int> messages;
+    };
+    const std::vector<Case> cases = {
+        {"130000", "130000", {}},
+        {"130001", "", {43}},
+        {"129999", "", {158}},
+        {"abc", "", {68}},
+    };
+    for (const Case& c : cases) {
+        Editor e;
+        e.output(1, e.out1(), "OUT1", "1", "0");
+        e.prompter.clear();
+        e.type(1, e.out1() + 3, c.typed);
+        EXPECT_EQ(e.sheet().text(1, e.out1() + 3), c.stored) << c.typed.toStdString();
+        EXPECT_EQ(e.messages(), c.messages) << c.typed.toStdString();
+    }
+}
+
+TEST(StepEditorEntry, RemarkIsLimitedToTwentyBytes)
+{
+    const QString kanji = QString::fromUtf8("\u6f22");
+    const std::vector<std::pair<QString, bool>> cases = {
+        {QString(20, 'a'), true}, {QString(21, 'a'), false}, {kanji.repeated(10), true}, {kanji.repeated(11), false}};
+    for (const auto& [text, ok] : cases) {
+        Editor e;
+        e.type(3, 1, text);
+        EXPECT_EQ(e.sheet().text(3, 1), ok ? text : QString()) << text.size();
+        EXPECT_EQ(e.messages(), ok ? std::vector<int>{} : std::vector<int>{56}) << text.size();
+    }
+}
+
+TEST(StepEditorEntry, CounterRowsAndInputsAfterEnd)
+{
+    Editor e;
+    e.setup(1, e.out1(), "OUT1");
+    e.setup(1, e.in(1), "C1");
+    e.type(1, e.in(4), "IN1");
+    EXPECT_EQ(e.messages(), std::vector<int>{89});
+    EXPECT_EQ(e.sheet().text(1, e.in(4)), "");
+
+    e.prompter.clear();
+    e.type(1, e.in(2), "42");
+    EXPECT_EQ(e.sheet().text(1, e.in(2)), "42");
+    EXPECT_TRUE(e.messages().empty());
+    EXPECT_EQ(e.win->hintText(), e.ed().hintText(1, e.in(2)));
+    EXPECT_TRUE(e.win->hintText().contains("Max:99")) << e.win->hintText().toStdString();
+
+    // END in input group 2's relation closes the block: group 3 takes nothing more.
+    e.setup(2, e.out1(), "OUT1");
+    e.setup(2, e.in(1), "IN1");
+    e.setup(2, e.in(2), "IN2");
+    e.setup(2, e.in(2) + 2, "2");
+    e.prompter.clear();
+    e.type(2, e.in(3), "IN3");
+    EXPECT_EQ(e.messages(), std::vector<int>{156});
+    EXPECT_EQ(e.sheet().text(2, e.in(3)), "");
+}
+
+TEST(StepEditorEntry, SpaceCyclesComboAndF2OpensItsList)
+{
+    Editor e;
+    e.setup(1, e.out1(), "OUT1");
+    const int logic = e.out1() + 1;
+    e.go(1, logic);
+    QTest::keyClick(e.grid(), Qt::Key_Space);
+    EXPECT_EQ(e.sheet().text(1, logic), "0");
+    QTest::keyClick(e.grid(), Qt::Key_Space);
+    EXPECT_EQ(e.sheet().text(1, logic), "1");
+    EXPECT_TRUE(e.win->hintText().startsWith("Combo:[F2]->[F4]"));
+
+    QTest::keyClick(e.grid(), Qt::Key_F2);
+    auto* combo = qobject_cast<QComboBox*>(e.openEditor(1, logic));
+    ASSERT_NE(combo, nullptr);
+    EXPECT_EQ(combo->count(), 3);
+    EXPECT_EQ(combo->currentText(), "HIGH");
+    combo->setCurrentIndex(2);
+    QTest::keyClick(combo, Qt::Key_Return);
+    EXPECT_EQ(e.sheet().text(1, logic), "2");
+
+    // A digit that is not in the list is refused.
+    e.prompter.clear();
+    QTest::keyClicks(e.grid(), "7");
+    EXPECT_EQ(e.messages(), std::vector<int>{67});
+    EXPECT_EQ(e.sheet().text(1, logic), "2");
+}
+
+TEST(StepEditorEntry, F2OnFunctionCellsUsesTheChooser)
+{
+    Editor e;
+    std::vector<std::tuple<int, int, int>> asked;
+    e.win->setFunctionChooser([&](int inOut, int org, int row) -> std::optional<int> {
+        asked.emplace_back(inOut, org, row);
+        return inOut == 2 ? 40 : 60;
+    });
+    e.go(4, e.out1());
+    QTest::keyClick(e.grid(), Qt::Key_F2);
+    EXPECT_EQ(e.sheet().text(4, e.out1()), "R1");
+    EXPECT_EQ(e.sheet().data(4, e.out1()), "RGST");
+    // A double click works as F2; the cell's function is handed to the chooser.
+    const QRect r = e.grid()->visualRect(e.win->model()->index(4, e.out1()));
+    QTest::mouseDClick(e.grid()->viewport(), Qt::LeftButton, {}, r.center());
+    e.go(4, e.in(1));
+    QTest::keyClick(e.grid(), Qt::Key_F2);
+    EXPECT_EQ(e.sheet().text(4, e.in(1)), "C1");
+    EXPECT_EQ(e.sheet().data(4, e.in(1)), "COUNT");
+    ASSERT_EQ(asked.size(), 3u);
+    EXPECT_EQ(asked[0], std::make_tuple(2, -1, 4));
+    EXPECT_EQ(asked[1], std::make_tuple(2, 40, 4));
+    EXPECT_EQ(asked[2], std::make_tuple(1, -1, 4));
+}
+
+TEST(StepEditorEntry, F2OpensTheRealSelectionDialog)
+{
+    Editor e;
+    FunctionChooserDialogs* dialogs = e.win->functionDialogs();
+    ASSERT_NE(dialogs, nullptr);
+    QTimer::singleShot(0, [&] {
+        fSelKino* d = dialogs->dialog(2);
+        ASSERT_TRUE(d->isVisible());
+        d->setExpandAll(true);
+        d->tree()->setCurrentItem(d->findNodeByKey("2key"));
+        d->selectOp();
+    });
+    e.go(5, e.out1());
+    QTest::keyClick(e.grid(), Qt::Key_F2);
+    EXPECT_EQ(e.sheet().text(5, e.out1()), "OUT2");
+    EXPECT_EQ(e.sheet().data(5, e.out1()), "OUT");
+}
+
+TEST(StepEditorComparison, NothingIsEditableAndFileCommandsAreDisabled)
+{
+    Editor e(1);
+    e.win->setFunctionChooser([](int, int, int) -> std::optional<int> { return 1; });
+    e.go(1, e.out1());
+    QTest::keyClick(e.grid(), Qt::Key_F2);
+    QTest::keyClicks(e.grid(), "O");
+    e.go(1, 1);
+    QTest::keyClicks(e.grid(), "x");
+    QTest::keyClick(e.grid(), Qt::Key_Space);
+    EXPECT_EQ(e.openEditor(1, 1), nullptr);
+    EXPECT_EQ(e.sheet().text(1, e.out1()), "");
+    EXPECT_EQ(e.sheet().text(1, 1), "");
+    EXPECT_FALSE(e.win->model()->flags(e.win->model()->index(1, 1)) & Qt::ItemIsEditable);
+    EXPECT_FALSE(e.win->HintVisible());
+    for (const char* key : {"keyNew", "keyOPEN", "keySAVE", "keyCUT", "keyPASTE", "keyROWINSERT", "keyUNDO",
+                            "keyPULSE", "keyREM"})
+        EXPECT_FALSE(e.win->action(key)->isEnabled()) << key;
+    EXPECT_FALSE(e.win->menuAction("keyFUZOKU", "keyPASS")->isEnabled());
+    EXPECT_TRUE(e.win->menuAction("keyFUZOKU", "keyREM")->isEnabled());
+    EXPECT_TRUE(e.win->action("keyFUZOKU")->isEnabled());
+}
+
+TEST(StepEditorToolbar, CaptionsMenusAndCommands)
+{
+    Editor e;
+    EXPECT_EQ(StepEditorWindow::GetButtonCaption("keyROWINSERT"), "Insert");
+    EXPECT_EQ(StepEditorWindow::GetButtonCaption("keyFUZOKU"), "Info");
+    EXPECT_EQ(StepEditorWindow::GetButtonCaption("keyNOPE"), "UNKNOWN");
+    EXPECT_EQ(e.win->action("keyFind")->toolTip(), "Find function / replace(CTRL+F)");
+    EXPECT_EQ(e.win->menuAction("keyOPEN", "keyREAD_USER1")->text(), "&1  Open...");
+    EXPECT_EQ(e.win->menuAction("keyOPEN", "InitialPath")->text(), "&3  Read/Save path setting");
+    EXPECT_EQ(e.win->menuAction("keyFUZOKU", "keyPASS")->text(), "&2  Pasword, Author");
+    // Work of later stages is present but cannot be started.
+    for (const char* key : {"keyFind", "keyPRINT", "keyCUT", "keyCOPY", "keyPASTE", "keyROWINSERT", "keyPULSE",
+                            "keyREM", "keyHelp"})
+        EXPECT_FALSE(e.win->action(key)->isEnabled()) << key;
+    EXPECT_FALSE(e.win->menuAction("keySAVE", "keySAVE2")->isEnabled());
+
+    QStringList commands, items;
+    QObject::connect(e.win.get(), &StepEditorWindow::commandTriggered, [&](const QString& k) { commands << k; });
+    QObject::connect(e.win.get(), &StepEditorWindow::menuTriggered,
+                     [&](const QString& b, const QString& i) { items << b + "/" + i; });
+    e.win->action("keyNew")->trigger();
+    e.win->action("keyOPEN")->trigger();
+    e.win->menuAction("keySAVE", "keySAVEAS")->trigger();
+    e.win->action("keyFUZOKU")->trigger();
+    QTest::keyClick(e.grid(), Qt::Key_C, Qt::ControlModifier); // copy is disabled: nothing
+    EXPECT_EQ(commands, QStringList{"keyNew"});
+    EXPECT_EQ(items, (QStringList{"keyOPEN/keyREAD_USER1", "keySAVE/keySAVEAS"}));
+    EXPECT_EQ(e.messages(), std::vector<int>{98});
+
+    auto* button = qobject_cast<QToolButton*>(e.win->toolBar()->widgetForAction(e.win->action("keyUNDO")));
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
+    e.win->ShowButtonCaption(false);
+    EXPECT_EQ(button->toolButtonStyle(), Qt::ToolButtonIconOnly);
+    EXPECT_EQ(e.win->action("keyUNDO")->toolTip(), "Undo");
+}
+
+TEST(StepEditorWindowState, TitleRemarkColumnAndHintPane)
+{
+    Editor e(0, [](Settings& s) { s.writeInt(Section::Location, "RemarkColumnWidth", 2880); });
+    e.win->setDocumentPath("/data/prog/SEW1.GSP");
+    EXPECT_EQ(e.win->windowTitle(), "SEW1.GSP");
+    e.win->setAuthor("TANAKA");
+    EXPECT_EQ(e.win->windowTitle(), "SEW1.GSP written by TANAKA");
+    e.win->setFromMachine(true);
+    EXPECT_EQ(e.win->windowTitle(), "*** written by TANAKA");
+    Editor cmp(1);
+    cmp.win->setDocumentPath("/x/REF.GSP");
+    EXPECT_EQ(cmp.win->windowTitle(), "Refer:REF.GSP");
+
+    // 2880 twips are two inches.
+    EXPECT_EQ(e.grid()->columnWidth(1), 2 * e.win->logicalDpiX());
+    EXPECT_EQ(e.grid()->verticalHeader()->width(), e.win->twipsToPixels(555));
+    e.grid()->horizontalHeader()->resizeSection(1, e.win->logicalDpiX());
+    EXPECT_EQ(e.ts.settings->readInt(Section::Location, "RemarkColumnWidth"), 1440);
+
+    Editor hidden(0, [](Settings& s) {
+        s.writeBool(Section::General, "DoesViewRemarkColumn", false);
+        s.writeBool(Section::General, "DoesViewInputMethod", false);
+    });
+    EXPECT_TRUE(hidden.grid()->isColumnHidden(1));
+    EXPECT_FALSE(hidden.win->HintVisible());
+    EXPECT_TRUE(e.win->HintVisible());
+    e.go(1, 1);
+    EXPECT_EQ(e.win->hintText(), "Edit:[F2], DoubleClick");
+}
+
+TEST(StepEditorDisplay, HeadersPicturesAndContextMenu)
+{
+    Editor e;
+    QAbstractItemModel* m = e.win->model();
+    EXPECT_EQ(m->headerData(e.out1(), Qt::Horizontal).toString(), "Output");
+    EXPECT_EQ(m->headerData(e.in(1) + 2, Qt::Horizontal).toString(), "8");
+    EXPECT_EQ(m->headerData(e.in(1) + 2, Qt::Horizontal, StepTableModel::HeaderFontRole).toString(), "Marlett");
+    EXPECT_EQ(m->headerData(7, Qt::Vertical).toString(), "7");
+    EXPECT_EQ(m->index(3, 0).data(Qt::BackgroundRole).value<QColor>(), QColor(0xB9, 0xAA, 0x9D));
+
+    // Every code of every picture column has its picture; "***" and empty cells have none.
+    const std::vector<std::pair<int, std::vector<int>>> codes = {{KindLogic, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}},
+                                                                 {KindDelayKind, {0, 2, 4, 6, 8}},
+                                                                 {KindState, {0, 1, 2, 3}},
+                                                                 {KindRel, {0, 1, 2, 3, 4, 5, 6, 7, 8}}};
+    for (const auto& [kind, values] : codes)
+        for (int v : values)
+            EXPECT_FALSE(QPixmap(StepDelegate::picturePath(kind, QString::number(v))).isNull()) << kind << " " << v;
+    EXPECT_TRUE(StepDelegate::picturePath(KindLogic, "***").isEmpty());
+    EXPECT_TRUE(StepDelegate::picturePath(KindLogic, "").isEmpty());
+
+    // A disabled row is painted in the disabled grey.
+    e.sheet().setRowDisabled(6, true);
+    EXPECT_EQ(m->index(6, e.out1()).data(Qt::BackgroundRole).value<QColor>(), QColor(0xD0, 0xD0, 0xD0));
+
+    const QRect r = e.grid()->visualRect(m->index(2, e.out1()));
+    QTest::mouseClick(e.grid()->viewport(), Qt::RightButton, {}, r.center());
+    QMetaObject::invokeMethod(e.grid(), "customContextMenuRequested", Q_ARG(QPoint, r.center()));
+    QMenu* menu = e.win->contextMenu();
+    ASSERT_TRUE(menu->isVisible());
+    QStringList texts;
+    for (QAction* a : menu->actions())
+        texts << a->text();
+    EXPECT_EQ(texts, (QStringList{"&Delete", "&Copy", "&Paste", "&Insert"}));
+    EXPECT_FALSE(menu->actions().at(1)->isEnabled()) << "follows the disabled copy command";
+    menu->hide();
+}

@@ -1,0 +1,347 @@
+#include "base/errorreporter.h"
+#include "base/messages.h"
+#include "base/scriptedprompter.h"
+#include "base/settings.h"
+#include "catalogue/cselections.h"
+#include "errordialogsink.h"
+#include "guiprompter.h"
+#include "mainwindow.h"
+#include "startup.h"
+#include "testsupport.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QLockFile>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <gtest/gtest.h>
+
+using namespace vkm;
+
+namespace {
+
+// One start-up with a scratch settings store, a scripted prompter and the bundled archive.
+struct StartupRig {
+    test::TempSettings store;
+    ScriptedPrompter prompter;
+    CapturingErrorSink errors;
+    StartupOptions options;
+
+    StartupRig()
+    {
+        options.settings = store.settings.get();
+        options.prompter = &prompter;
+        options.archiveOverride = test::bundledArchive();
+        options.lockFile = store.scratch.file(QStringLiteral("vkmstep.lock"));
+        options.installErrorSink = false;
+    }
+};
+
+QStringList actionNames(const QToolBar* bar)
+{
+    QStringList out;
+    for (const QAction* a : bar->actions())
+        out << a->objectName();
+    return out;
+}
+
+} // namespace
+
+TEST(Startup, NormalStartBuildsTheMainWindow)
+{
+    StartupRig rig;
+    QString opened;
+    Startup startup(rig.options);
+    startup.setOpenProgram([&](const QString& path) { opened = path; });
+    ASSERT_TRUE(startup.run());
+    EXPECT_TRUE(rig.prompter.shown().empty()) << qPrintable(rig.prompter.shown().front().text);
+    EXPECT_TRUE(rig.errors.reports().empty());
+
+    MainWindow* window = startup.mainWindow();
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("VKM Step Ver 2.30"));
+    EXPECT_EQ(window->frameGeometry(), QGuiApplication::primaryScreen()->availableGeometry());
+
+    const QToolBar* bar = window->mainToolBar();
+    EXPECT_EQ(actionNames(bar), (QStringList{"keyCLOSE", "keyOption", "keyCUSTOMIZEEASY", "keySEPARATOR1",
+                                             "keyWARRANGE"}));
+    const struct {
+        const char* key;
+        const char* caption;
+        bool enabled;
+    } buttons[] = {
+        {"keyCLOSE", "Close         ", true},
+        {"keyOption", "Setting        ", false},
+        {"keyCUSTOMIZEEASY", "Simple customize", false},
+        {"keyWARRANGE", "Arrange window  ", true},
+    };
+    for (const auto& b : buttons) {
+        const QAction* a = window->toolAction(QLatin1String(b.key));
+        ASSERT_NE(a, nullptr) << b.key;
+        EXPECT_EQ(a->text(), QLatin1String(b.caption)) << b.key;
+        EXPECT_EQ(a->isEnabled(), b.enabled) << b.key;
+        EXPECT_FALSE(a->icon().pixmap(19, 19).isNull()) << b.key;
+    }
+    EXPECT_TRUE(bar->actions().at(3)->isSeparator());
+    EXPECT_EQ(bar->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
+
+    // Catalogues read, settings made sure of, the user editor shown over the full width.
+    EXPECT_TRUE(startup.initialFilesRead());
+    EXPECT_GT(startup.context().selout->Count(), 0);
+    EXPECT_GT(startup.context().selinp->Count(), 0);
+    EXPECT_EQ(rig.store.settings->read(Section::Location, QStringLiteral("Memo_Width")), QStringLiteral("10200"));
+    EXPECT_EQ(startup.context().initialPath, rig.store.settings->ReadReg(0, QStringLiteral("InitialPath")));
+    ASSERT_NE(startup.userEditor(), nullptr);
+    EXPECT_EQ(startup.userEditor()->windowTitle(), QStringLiteral("STEP"));
+    EXPECT_TRUE(startup.userEditor()->isVisible());
+    EXPECT_EQ(startup.userEditor()->width(), window->mdiArea()->viewport()->width());
+    EXPECT_TRUE(opened.isEmpty());
+}
+
+TEST(Startup, RefusalsEndTheStartWithTheirMessage)
+{
+    const QString missingArchive = QStringLiteral("/nonexistent/folder/VKM.e");
+    const struct {
+        const char* name;
+        std::function<void(StartupRig&)> setUp;
+        int number;
+        int style;
+        QString text;
+    } cases[] = {
+        {"narrow screen", [](StartupRig& r) { r.options.screenWidth = [] { return 1023; }; }, 132, 2,
+         QStringLiteral("CRT resolution must be kept more than 1024*768.")},
+        {"missing archive", [&](StartupRig& r) { r.options.archiveOverride = missingArchive; }, 0, 1,
+         QStringLiteral("Cannot find following file. Cannot load.\n\n") + missingArchive},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        StartupRig rig;
+        c.setUp(rig);
+        Startup startup(rig.options);
+        EXPECT_FALSE(startup.run());
+        ASSERT_EQ(rig.prompter.shown().size(), 1u);
+        EXPECT_EQ(rig.prompter.shown()[0].number, c.number);
+        EXPECT_EQ(rig.prompter.shown()[0].style, c.style);
+        EXPECT_EQ(rig.prompter.shown()[0].text, c.text);
+        // Refused before the settings were made sure of.
+        EXPECT_FALSE(rig.store.settings->contains(Section::Location, QStringLiteral("Memo_Width")));
+    }
+    // A screen of exactly 1024 pixels is wide enough.
+    StartupRig rig;
+    rig.options.screenWidth = [] { return 1024; };
+    Startup startup(rig.options);
+    EXPECT_TRUE(startup.run());
+}
+
+TEST(Startup, SecondInstanceIsRefused)
+{
+    StartupRig rig;
+    Startup first(rig.options);
+    ASSERT_TRUE(first.run());
+
+    StartupRig second;
+    second.options.lockFile = rig.options.lockFile;
+    Startup again(second.options);
+    EXPECT_FALSE(again.run());
+    EXPECT_EQ(second.prompter.numbers(), std::vector<int>{83});
+    EXPECT_EQ(second.prompter.shown()[0].text, QStringLiteral("This S/W runs already!\""));
+    EXPECT_EQ(again.mainWindow(), nullptr);
+}
+
+TEST(Startup, FailuresThatLetTheStartGoOn)
+{
+    {
+        SCOPED_TRACE("settings store cannot be written");
+        StartupRig rig;
+        const QString blocker = rig.store.scratch.write(QStringLiteral("blocker"), "x");
+        auto broken = Settings::inFile(blocker + QStringLiteral("/settings.ini"));
+        rig.options.settings = broken.get();
+        Startup startup(rig.options);
+        EXPECT_TRUE(startup.run());
+        EXPECT_EQ(rig.prompter.numbers().at(0), 2);
+        EXPECT_EQ(rig.prompter.shown()[0].style, 1);
+        EXPECT_NE(startup.mainWindow(), nullptr);
+    }
+    {
+        SCOPED_TRACE("archive that is no archive");
+        StartupRig rig;
+        rig.options.archiveOverride = rig.store.scratch.write(QStringLiteral("VKM.e"), QByteArray(300, 'z'));
+        Startup startup(rig.options);
+        EXPECT_TRUE(startup.run());
+        EXPECT_FALSE(startup.initialFilesRead());
+        ASSERT_FALSE(rig.prompter.shown().empty());
+        EXPECT_EQ(rig.prompter.lastNumber(), 19);
+        EXPECT_NE(startup.userEditor(), nullptr);
+    }
+}
+
+TEST(Startup, CommandLineOpensAnExistingFileOnly)
+{
+    test::Scratch scratch;
+    const QString program = scratch.write(QStringLiteral("my prog.gsp"), "x");
+    const struct {
+        QString line;
+        QString opened;
+    } cases[] = {
+        {"\"" + program + "\" /extra", program},
+        {scratch.file(QStringLiteral("gone.gsp")), QString()},
+        {QString(), QString()},
+    };
+    for (const auto& c : cases) {
+        StartupRig rig;
+        rig.options.commandLine = c.line;
+        QStringList opened;
+        Startup startup(rig.options);
+        startup.setOpenProgram([&](const QString& path) { opened << path; });
+        ASSERT_TRUE(startup.run());
+        EXPECT_EQ(opened, c.opened.isEmpty() ? QStringList() : QStringList{c.opened}) << qPrintable(c.line);
+        EXPECT_TRUE(rig.prompter.shown().empty());
+    }
+}
+
+TEST(MainWindow, ArrangeStacksChildWindowsFullWidth)
+{
+    MainWindow window;
+    window.resize(1000, 800);
+    window.show();
+    QList<QMdiSubWindow*> children;
+    for (int i = 0; i < 3; ++i) {
+        children << window.mdiArea()->addSubWindow(new QWidget);
+        children.back()->setGeometry(10 * i, 10 * i, 200, 150);
+        children.back()->show();
+    }
+    auto* hidden = window.mdiArea()->addSubWindow(new QWidget);
+    hidden->hide();
+    window.toolAction(QStringLiteral("keyWARRANGE"))->trigger();
+
+    const QRect area = window.mdiArea()->viewport()->rect();
+    int top = 0;
+    for (QMdiSubWindow* w : children) {
+        EXPECT_EQ(w->x(), 0);
+        EXPECT_EQ(w->y(), top);
+        EXPECT_EQ(w->width(), area.width());
+        EXPECT_GE(w->height(), area.height() / 3);
+        top += w->height();
+    }
+    EXPECT_EQ(top, area.height());
+    EXPECT_FALSE(hidden->isVisible());
+}
+
+TEST(MainWindow, CloseAsksTheHookAndFollowsCaptionSetting)
+{
+    test::TempSettings store;
+    store.settings->writeBool(Section::General, QStringLiteral("DoesViewButtonCaption"), false);
+    MainWindow window(store.settings.get());
+    EXPECT_EQ(window.mainToolBar()->toolButtonStyle(), Qt::ToolButtonIconOnly);
+    window.show();
+    window.mdiArea()->addSubWindow(new QWidget)->show();
+
+    bool allow = false;
+    int asked = 0;
+    window.setCanClose([&] {
+        ++asked;
+        return allow;
+    });
+    window.toolAction(QStringLiteral("keyCLOSE"))->trigger();
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(asked, 1);
+    allow = true;
+    window.toolAction(QStringLiteral("keyCLOSE"))->trigger();
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(asked, 2);
+}
+
+TEST(GuiPrompter, BoxesOfTheTenStyles)
+{
+    const struct {
+        int style;
+        QMessageBox::Icon icon;
+        QMessageBox::StandardButtons buttons;
+        QMessageBox::StandardButton defaultButton;
+    } cases[] = {
+        {1, QMessageBox::Critical, QMessageBox::Ok, QMessageBox::Ok},
+        {2, QMessageBox::Warning, QMessageBox::Ok, QMessageBox::Ok},
+        {3, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes},
+        {4, QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok},
+        {5, QMessageBox::Critical, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes},
+        {6, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes},
+        {7, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No},
+        {8, QMessageBox::Warning, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes},
+        {9, QMessageBox::Question, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok},
+        {10, QMessageBox::Warning, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.style);
+        auto box = GuiPrompter::createBox(QStringLiteral("text"), c.style);
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->icon(), c.icon);
+        EXPECT_EQ(box->standardButtons(), c.buttons);
+        EXPECT_EQ(box->standardButton(box->defaultButton()), c.defaultButton);
+        EXPECT_EQ(box->windowTitle(), QStringLiteral("test_gui"));
+    }
+    EXPECT_EQ(GuiPrompter::createBox(QStringLiteral("x"), 0), nullptr);
+    EXPECT_EQ(GuiPrompter::createBox(QStringLiteral("x"), 11), nullptr);
+}
+
+TEST(GuiPrompter, EnterAnswersWithTheDefaultButton)
+{
+    GuiPrompter prompter;
+    const struct {
+        int style;
+        Answer answer;
+    } cases[] = {{7, Answer::No}, {3, Answer::Yes}, {9, Answer::Ok}, {2, Answer::None}};
+    for (const auto& c : cases) {
+        QString seen;
+        QTimer::singleShot(0, [&] {
+            QWidget* box = QApplication::activeModalWidget();
+            if (!box)
+                return;
+            seen = static_cast<QMessageBox*>(box)->text();
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        EXPECT_EQ(prompter.showMessage(96, c.style), c.answer) << c.style;
+        EXPECT_EQ(seen, QStringLiteral("Do you undo ?"));
+    }
+    EXPECT_EQ(prompter.showMessage(96, 42), Answer::None); // no box at all
+}
+
+TEST(GuiPrompter, FileFilterConversion)
+{
+    const struct {
+        const char* in;
+        const char* out;
+    } cases[] = {
+        {"gsp file (*.gsp)|*.gsp", "gsp file (*.gsp)"},
+        {"gsp file(*.gsp)|*.gsp", "gsp file(*.gsp)"},
+        {"Text|*.txt;*.log|All|*.*", "Text (*.txt *.log);;All (*.*)"},
+        {"Excel file (*.xlsx)", "Excel file (*.xlsx)"},
+        {"", ""},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(GuiPrompter::qtFileFilter(QLatin1String(c.in)), QLatin1String(c.out)) << c.in;
+}
+
+TEST(ErrorDialogSink, ReportIsLoggedAndShown)
+{
+    test::Scratch scratch;
+    ScriptedPrompter prompter;
+    const QString log = scratch.file(QStringLiteral("error.log"));
+    ErrorDialogSink sink(prompter, log);
+    ErrorReporter::setSink(&sink);
+    reportError(ErrFileNotFound, QStringLiteral("ReadData"));
+    ErrorReporter::setSink(nullptr);
+
+    ASSERT_EQ(prompter.shown().size(), 1u);
+    EXPECT_EQ(prompter.shown()[0].style, 1);
+    const QString text = prompter.shown()[0].text;
+    EXPECT_TRUE(text.contains(QStringLiteral("53"))) << qPrintable(text);
+    EXPECT_TRUE(text.contains(QStringLiteral("File not found")));
+    EXPECT_TRUE(text.contains(QStringLiteral("ReadData")));
+    EXPECT_TRUE(test::readAll(log).contains("\t53\tReadData\tFile not found"));
+}
