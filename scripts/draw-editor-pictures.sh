@@ -32,15 +32,16 @@ static void save(const QString& name, int w, int h, const std::function<void(QPa
 }
 
 // Cell pictures: a small sign on the left and the code's name, so that a cell reads at a
-// glance without opening its list. 64 x 16, transparent so the cell's colour shows.
+// glance without opening its list. 60 x 16, transparent so the cell's colour shows; the
+// condensed face keeps the longest names ("POS EDG", "ANGLE1") inside a narrow column.
 static void label(QPainter& p, const QString& text, const QColor& c, int x)
 {
-    QFont f("DejaVu Sans");
+    QFont f("DejaVu Sans Condensed");
     f.setPixelSize(10);
     f.setBold(true);
     p.setFont(f);
     p.setPen(c);
-    p.drawText(QRect(x, 0, 64 - x, 16), Qt::AlignVCenter | Qt::AlignLeft, text);
+    p.drawText(QRect(x, 0, 60 - x, 16), Qt::AlignVCenter | Qt::AlignLeft, text);
 }
 
 // A signal trace in a 14 x 12 box: "levels" is a list of y positions (0 = high) per step.
@@ -102,7 +103,7 @@ static void cellPictures()
         {11, "RET", [&](QPainter& p) { badge(p, logic, "R"); }},
     };
     for (const L& l : logics)
-        save(QString("bLogic%1").arg(l.v), 64, 16, [&](QPainter& p) { l.sign(p); label(p, l.name, logic, 17); });
+        save(QString("bLogic%1").arg(l.v), 60, 16, [&](QPainter& p) { l.sign(p); label(p, l.name, logic, 17); });
 
     const QList<L> delays = {
         {0, "TIMER", [&](QPainter& p) {
@@ -117,7 +118,7 @@ static void cellPictures()
         {8, "ANGLE3", [&](QPainter& p) { badge(p, delay, "3"); }},
     };
     for (const L& l : delays)
-        save(QString("bDelayKind%1").arg(l.v), 64, 16, [&](QPainter& p) { l.sign(p); label(p, l.name, delay, 17); });
+        save(QString("bDelayKind%1").arg(l.v), 60, 16, [&](QPainter& p) { l.sign(p); label(p, l.name, delay, 17); });
 
     const QList<L> states = {
         {0, "POS LEV", [&](QPainter& p) { trace(p, state, {{1, 3}, {14, 3}}); }},
@@ -132,11 +133,11 @@ static void cellPictures()
          }},
     };
     for (const L& l : states)
-        save(QString("bJyotai%1").arg(l.v), 64, 16, [&](QPainter& p) { l.sign(p); label(p, l.name, state, 17); });
+        save(QString("bJyotai%1").arg(l.v), 60, 16, [&](QPainter& p) { l.sign(p); label(p, l.name, state, 17); });
 
     const QStringList rels = {"AND", "OR", "END", ">=", "<=", "=", "!=", "+", "-"};
     for (int v = 0; v < rels.size(); ++v)
-        save(QString("bRel%1").arg(v), 64, 16, [&](QPainter& p) {
+        save(QString("bRel%1").arg(v), 60, 16, [&](QPainter& p) {
             p.setPen(Qt::NoPen);
             p.setBrush(v == 2 ? QColor(190, 30, 30) : rel);
             p.drawEllipse(QRectF(3, 4, 8, 8));

@@ -19,8 +19,7 @@ namespace {
 
 constexpr double kFrameNs = 16e6;
 
-double medianNs(int rounds, int perRound, const std::function<void()>& work)
-{
+double medianNs(int rounds, int perRound, const std::function<void()>& work) {
     std::vector<double> samples;
     for (int r = 0; r < rounds; ++r) {
         QElapsedTimer t;
@@ -33,10 +32,10 @@ double medianNs(int rounds, int perRound, const std::function<void()>& work)
     return samples[samples.size() / 2];
 }
 
-void fillCatalogues(CSelections& out, CSelections& in)
-{
+void fillCatalogues(CSelections& out, CSelections& in) {
     for (int i = 0; i < 200; ++i) {
-        out.Add(QStringLiteral("Y%1").arg(i, 3, 10, QLatin1Char('0')), qint16(256 + i), {}, cat::OUT, "0", "0");
+        out.Add(QStringLiteral("Y%1").arg(i, 3, 10, QLatin1Char('0')), qint16(256 + i), {}, cat::OUT, "0",
+                "0");
         in.Add(QStringLiteral("X%1").arg(i, 3, 10, QLatin1Char('0')), qint16(256 + i), {}, cat::IN, "0", "0");
     }
     out.Add("EMAKE", 511, {}, cat::OUT, "0", "0");
@@ -47,8 +46,7 @@ void fillCatalogues(CSelections& out, CSelections& in)
 }
 
 // 32 busy steps: ordinary rows with four inputs, pulses, counters and jumps.
-CSteps fullProgram(const CSelections& out)
-{
+CSteps fullProgram(const CSelections& out) {
     CSteps p;
     for (int n = 1; n <= 32; ++n) {
         auto o = std::make_shared<CStepOuts>();
@@ -64,7 +62,7 @@ CSteps fullProgram(const CSelections& out)
             i->Add(1, 16, 0, RelGe);
             i->Add(2, 100 + n, 0, RelEnd);
         } else {
-            o->Add(1, qint16(256 + n), 1, DelayTimer, 50 + n);
+            o->Add(1, qint16(256 + n), 1, DelayTimer, 50 + n, out);
             o->Add(2, qint16(256 + n), 0, DelayTimer, 100 + n, out);
             i->Add(1, 256 + n, 1, RelAnd);
             i->Add(2, 257 + n, 0, RelOr);
@@ -78,8 +76,7 @@ CSteps fullProgram(const CSelections& out)
 
 } // namespace
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     CSelections selout, selinp;
     fillCatalogues(selout, selinp);

@@ -20,8 +20,7 @@ namespace {
 
 constexpr int kRuns = 9;
 
-int baselineChild(int argc, char** argv, const char* png)
-{
+int baselineChild(int argc, char** argv, const char* png) {
     QApplication app(argc, argv);
     QMainWindow window;
     window.setGeometry(QGuiApplication::primaryScreen()->availableGeometry());
@@ -33,8 +32,7 @@ int baselineChild(int argc, char** argv, const char* png)
     return app.exec();
 }
 
-double runOnce(const QString& program, const QStringList& args, const QProcessEnvironment& env)
-{
+double runOnce(const QString& program, const QStringList& args, const QProcessEnvironment& env) {
     QProcess p;
     p.setProcessEnvironment(env);
     p.setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -48,16 +46,14 @@ double runOnce(const QString& program, const QStringList& args, const QProcessEn
     return double(t.nsecsElapsed()) / 1e6;
 }
 
-double median(std::vector<double> v)
-{
+double median(std::vector<double> v) {
     std::sort(v.begin(), v.end());
     return v[v.size() / 2];
 }
 
 } // namespace
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
     if (argc == 3 && qstrcmp(argv[1], "--baseline-child") == 0)
         return baselineChild(1, argv, argv[2]);
 
@@ -92,8 +88,8 @@ int main(int argc, char** argv)
     }
     const double e = median(editorTimes);
     const double b = median(baseTimes);
-    std::printf("start-up to main window shown (median of %d): editor %.1f ms, empty main window %.1f ms\n", kRuns,
-                e, b);
+    std::printf("start-up to main window shown (median of %d): editor %.1f ms, empty main window %.1f ms\n",
+                kRuns, e, b);
     std::printf("ratio %.2f (target at most 1.50)\n", e / b);
     return 0;
 }

@@ -5,12 +5,16 @@
 #include "base/prompter.h"
 #include "finpmemo.h"
 #include "finppassword.h"
+#include "mainwindow.h"
+#include "stepeditorwindow.h"
 
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QAction>
+#include <QTableView>
 #include <QUrl>
 
 namespace vkm {
@@ -41,6 +45,39 @@ void DocumentController::setWindowHooks(const EditorWindowHooks& w)
     hooks.showComparison = w.showComparison;
     hooks.tileHorizontally = w.tileHorizontally;
     hooks.loadForms = w.loadForms;
+}
+
+void DocumentController::attachWindows(StepEditorWindow& user, StepEditorWindow& comparison, MainWindow* mainWindow)
+{
+    StepEditorWindow* windows[2] = {&user, &comparison};
+    for (int usrcmp = 0; usrcmp < 2; ++usrcmp) {
+        StepEditorWindow* w = windows[usrcmp];
+        connect(w, &StepEditorWindow::commandTriggered, this,
+                [this, usrcmp](const QString& key) { handleKey(usrcmp, key, false); });
+        connect(w, &StepEditorWindow::menuTriggered, this,
+                [this, usrcmp](const QString&, const QString& item) { handleKey(usrcmp, item, true); });
+        for (const char* button : {"keyOPEN", "keySAVE"}) {
+            for (const char* item : {"keyREAD_USER2", "keyREAD_HIKAKU2", "keySAVE2"}) {
+                if (QAction* a = w->menuAction(QLatin1String(button), QLatin1String(item)))
+                    a->setEnabled(false);
+            }
+        }
+    }
+    connect(&user, &StepEditorWindow::changed, this, [this] { m_documents->user().setChanged(true); });
+    EditorWindowHooks hooks;
+    hooks.setTitle = [windows](int usrcmp, const QString& title) { windows[usrcmp]->setWindowTitle(title); };
+    hooks.focusGrid = [windows](int usrcmp) { windows[usrcmp]->grid()->setFocus(); };
+    hooks.comparisonLoaded = [&comparison] { return comparison.isVisible(); };
+    hooks.showComparison = [&comparison] {
+        QWidget* frame = comparison.parentWidget() ? comparison.parentWidget() : &comparison;
+        frame->show();
+        comparison.show();
+    };
+    if (mainWindow) {
+        hooks.tileHorizontally = [mainWindow] { mainWindow->tileHorizontally(); };
+        mainWindow->setCanClose([this] { return canCloseApplication(); });
+    }
+    setWindowHooks(hooks);
 }
 
 bool DocumentController::isDisabledKey(const QString& key)

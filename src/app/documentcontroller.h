@@ -15,6 +15,8 @@ namespace vkm {
 struct AppContext;
 class StepSheetEditor;
 class fInpMemo;
+class MainWindow;
+class StepEditorWindow;
 
 // What the controller needs of the editor windows, filled in by whoever creates them.
 struct EditorWindowHooks {
@@ -39,6 +41,10 @@ public:
 
     Documents& documents() { return *m_documents; }
     void setWindowHooks(const EditorWindowHooks& hooks);
+
+    // Connects the toolbar commands, changed flags, titles and focus of the two editor
+    // windows and the close question of the main window; disables the machine items.
+    void attachWindows(StepEditorWindow& user, StepEditorWindow& comparison, MainWindow* mainWindow);
 
     // Runs the command of a toolbar button or menu item of the editor usrcmp. fromMenu
     // tells the memo item ("keyREM" under the info button) from the remark button of the

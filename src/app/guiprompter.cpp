@@ -11,14 +11,18 @@ namespace vkm {
 
 namespace {
 
-QMessageBox::Icon qtIcon(BoxIcon icon)
-{
+QMessageBox::Icon qtIcon(BoxIcon icon) {
     switch (icon) {
-    case BoxIcon::Critical: return QMessageBox::Critical;
-    case BoxIcon::Exclamation: return QMessageBox::Warning;
-    case BoxIcon::Question: return QMessageBox::Question;
-    case BoxIcon::Information: return QMessageBox::Information;
-    case BoxIcon::None: break;
+    case BoxIcon::Critical:
+        return QMessageBox::Critical;
+    case BoxIcon::Exclamation:
+        return QMessageBox::Warning;
+    case BoxIcon::Question:
+        return QMessageBox::Question;
+    case BoxIcon::Information:
+        return QMessageBox::Information;
+    case BoxIcon::None:
+        break;
     }
     return QMessageBox::NoIcon;
 }
@@ -30,35 +34,40 @@ struct Buttons {
     QMessageBox::StandardButton escape;
 };
 
-Buttons qtButtons(BoxButtons buttons)
-{
+Buttons qtButtons(BoxButtons buttons) {
     switch (buttons) {
-    case BoxButtons::YesNo: return {QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes, QMessageBox::No, QMessageBox::No};
+    case BoxButtons::YesNo:
+        return {QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes, QMessageBox::No, QMessageBox::No};
     case BoxButtons::YesNoCancel:
         return {QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes, QMessageBox::No,
                 QMessageBox::Cancel};
     case BoxButtons::OkCancel:
-        return {QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok, QMessageBox::Cancel, QMessageBox::Cancel};
+        return {QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok, QMessageBox::Cancel,
+                QMessageBox::Cancel};
     case BoxButtons::Ok:
-    case BoxButtons::None: break;
+    case BoxButtons::None:
+        break;
     }
     return {QMessageBox::Ok, QMessageBox::Ok, QMessageBox::NoButton, QMessageBox::Ok};
 }
 
-Answer toAnswer(int button)
-{
+Answer toAnswer(int button) {
     switch (button) {
-    case QMessageBox::Ok: return Answer::Ok;
-    case QMessageBox::Cancel: return Answer::Cancel;
-    case QMessageBox::Yes: return Answer::Yes;
-    case QMessageBox::No: return Answer::No;
-    default: return Answer::None;
+    case QMessageBox::Ok:
+        return Answer::Ok;
+    case QMessageBox::Cancel:
+        return Answer::Cancel;
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    default:
+        return Answer::None;
     }
 }
 
 // "gsp file (*.gsp)|*.gsp" -> "gsp file (*.gsp)"; "Text|*.txt;*.log" -> "Text (*.txt *.log)".
-QString qtFilterEntry(const QString& description, const QString& patterns)
-{
+QString qtFilterEntry(const QString& description, const QString& patterns) {
     const QString spaced = patterns.split(u';', Qt::SkipEmptyParts).join(u' ').trimmed();
     if (spaced.isEmpty() || description.contains(u'('))
         return description.trimmed();
@@ -69,8 +78,7 @@ QString qtFilterEntry(const QString& description, const QString& patterns)
 
 GuiPrompter::GuiPrompter(QWidget* parent) : m_parent(parent) {}
 
-std::unique_ptr<QMessageBox> GuiPrompter::createBox(const QString& text, int style, QWidget* parent)
-{
+std::unique_ptr<QMessageBox> GuiPrompter::createBox(const QString& text, int style, QWidget* parent) {
     const BoxStyle s = boxStyle(style);
     if (!s.valid)
         return nullptr;
@@ -81,13 +89,12 @@ std::unique_ptr<QMessageBox> GuiPrompter::createBox(const QString& text, int sty
     return box;
 }
 
-Answer GuiPrompter::showMessage(int number, int style, const QString& a1, const QString& a2, const QString& a3)
-{
+Answer GuiPrompter::showMessage(int number, int style, const QString& a1, const QString& a2,
+                                const QString& a3) {
     return showText(messageText(number, a1, a2, a3), style);
 }
 
-Answer GuiPrompter::showText(const QString& text, int style)
-{
+Answer GuiPrompter::showText(const QString& text, int style) {
     auto box = createBox(text, style, m_parent);
     if (!box)
         return Answer::None;
@@ -96,8 +103,8 @@ Answer GuiPrompter::showText(const QString& text, int style)
     return buttons == BoxButtons::Ok ? Answer::None : a;
 }
 
-std::optional<QString> GuiPrompter::inputText(const QString& title, const QString& prompt, const QString& defaultText)
-{
+std::optional<QString> GuiPrompter::inputText(const QString& title, const QString& prompt,
+                                              const QString& defaultText) {
     bool ok = false;
     const QString t = title.isEmpty() ? messageBoxTitle() : title;
     const QString text = QInputDialog::getText(m_parent, t, prompt, QLineEdit::Normal, defaultText, &ok);
@@ -106,8 +113,7 @@ std::optional<QString> GuiPrompter::inputText(const QString& title, const QStrin
     return text;
 }
 
-QString GuiPrompter::startPath(const FileDialogRequest& request) const
-{
+QString GuiPrompter::startPath(const FileDialogRequest& request) const {
     if (request.proposedName.isEmpty())
         return request.startDir;
     if (request.startDir.isEmpty())
@@ -115,13 +121,12 @@ QString GuiPrompter::startPath(const FileDialogRequest& request) const
     return QDir(request.startDir).filePath(request.proposedName);
 }
 
-QString GuiPrompter::openFileName(const FileDialogRequest& request)
-{
-    return QFileDialog::getOpenFileName(m_parent, request.title, startPath(request), qtFileFilter(request.filter));
+QString GuiPrompter::openFileName(const FileDialogRequest& request) {
+    return QFileDialog::getOpenFileName(m_parent, request.title, startPath(request),
+                                        qtFileFilter(request.filter));
 }
 
-QString GuiPrompter::saveFileName(const FileDialogRequest& request)
-{
+QString GuiPrompter::saveFileName(const FileDialogRequest& request) {
     QFileDialog dialog(m_parent, request.title, request.startDir, qtFileFilter(request.filter));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
@@ -133,13 +138,11 @@ QString GuiPrompter::saveFileName(const FileDialogRequest& request)
     return dialog.selectedFiles().constFirst();
 }
 
-QString GuiPrompter::existingFolder(const QString& title, const QString& startDir)
-{
+QString GuiPrompter::existingFolder(const QString& title, const QString& startDir) {
     return QFileDialog::getExistingDirectory(m_parent, title, startDir);
 }
 
-QString GuiPrompter::qtFileFilter(const QString& filter)
-{
+QString GuiPrompter::qtFileFilter(const QString& filter) {
     if (!filter.contains(u'|'))
         return filter;
     const QStringList parts = filter.split(u'|');

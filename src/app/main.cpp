@@ -16,8 +16,7 @@ struct Arguments {
     bool version = false;
 };
 
-Arguments parseArguments(const QApplication& app)
-{
+Arguments parseArguments(const QApplication& app) {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Step program editor for VKM sewing machines"));
     parser.addHelpOption();
@@ -26,7 +25,8 @@ Arguments parseArguments(const QApplication& app)
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
                                         QStringLiteral("Save the main window as PNG once shown, then quit."),
                                         QStringLiteral("PNG"));
-    const QCommandLineOption version(QStringLiteral("version"), QStringLiteral("Print the version and quit."));
+    const QCommandLineOption version(QStringLiteral("version"),
+                                     QStringLiteral("Print the version and quit."));
     parser.addOption(archive);
     parser.addOption(screenshot);
     parser.addOption(version);
@@ -41,8 +41,7 @@ Arguments parseArguments(const QApplication& app)
 
 } // namespace
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
     // Answered before the application object exists: it needs no display.
     for (int i = 1; i < argc; ++i) {
         if (qstrcmp(argv[i], "--version") == 0 || qstrcmp(argv[i], "-version") == 0) {

@@ -12,13 +12,14 @@
 #include <algorithm>
 
 // The toolbar images live in a static library; its resources must be registered by hand.
-static void initToolbarResources() { Q_INIT_RESOURCE(app); }
+static void initToolbarResources() {
+    Q_INIT_RESOURCE(app);
+}
 
 namespace vkm {
 
 MainWindow::MainWindow(Settings* settings, QWidget* parent)
-    : QMainWindow(parent), m_settings(settings), m_mdi(new QMdiArea(this))
-{
+    : QMainWindow(parent), m_settings(settings), m_mdi(new QMdiArea(this)) {
     initToolbarResources();
     setObjectName(QStringLiteral("MainWindow"));
     setWindowTitle(caption());
@@ -27,45 +28,44 @@ MainWindow::MainWindow(Settings* settings, QWidget* parent)
     buildToolBar();
 }
 
-QString MainWindow::caption() { return LoadMessageText(261) + QStringLiteral("Ver 2.30"); }
+QString MainWindow::caption() {
+    return LoadMessageText(261) + QStringLiteral("Ver 2.30");
+}
 
-QAction* MainWindow::addToolButton(const QString& key, const QString& image, int captionText)
-{
-    auto* action = m_toolBar->addAction(QIcon(QStringLiteral(":/toolbar/") + image), LoadMessageText(captionText));
+QAction* MainWindow::addToolButton(const QString& key, const QString& image, int captionText) {
+    auto* action =
+        m_toolBar->addAction(QIcon(QStringLiteral(":/toolbar/") + image), LoadMessageText(captionText));
     action->setObjectName(key);
     m_actions.insert(key, action);
     return action;
 }
 
-void MainWindow::buildToolBar()
-{
+void MainWindow::buildToolBar() {
     m_toolBar = addToolBar(QStringLiteral("Main"));
     m_toolBar->setObjectName(QStringLiteral("mainToolBar"));
     m_toolBar->setIconSize(QSize(19, 19));
     m_toolBar->setMovable(false);
 
-    connect(addToolButton(QStringLiteral("keyCLOSE"), QStringLiteral("keyCLOSE"), 194), &QAction::triggered, this,
-            &QWidget::close);
+    connect(addToolButton(QStringLiteral("keyCLOSE"), QStringLiteral("keyCLOSE"), 194), &QAction::triggered,
+            this, &QWidget::close);
     // The option menu and the easy customisation arrive with their own windows; until
     // then the buttons keep their place but cannot be pressed.
     addToolButton(QStringLiteral("keyOption"), QStringLiteral("keyOption"), 195)->setEnabled(false);
     addToolButton(QStringLiteral("keyCUSTOMIZEEASY"), QStringLiteral("keyCUSTOMIZE"), 492)->setEnabled(false);
     m_toolBar->addSeparator()->setObjectName(QStringLiteral("keySEPARATOR1"));
-    connect(addToolButton(QStringLiteral("keyWARRANGE"), QStringLiteral("keyWARRANGE"), 196), &QAction::triggered,
-            this, &MainWindow::tileHorizontally);
+    connect(addToolButton(QStringLiteral("keyWARRANGE"), QStringLiteral("keyWARRANGE"), 196),
+            &QAction::triggered, this, &MainWindow::tileHorizontally);
 
     const bool captions =
         !m_settings || m_settings->readBool(Section::General, QStringLiteral("DoesViewButtonCaption"), true);
     showButtonCaptions(captions);
 }
 
-void MainWindow::showButtonCaptions(bool visible)
-{
+void MainWindow::showButtonCaptions(bool visible) {
     m_toolBar->setToolButtonStyle(visible ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
 }
 
-void MainWindow::tileHorizontally()
-{
+void MainWindow::tileHorizontally() {
     QList<QMdiSubWindow*> windows;
     for (QMdiSubWindow* w : m_mdi->subWindowList(QMdiArea::CreationOrder)) {
         if (w->isVisible() && !w->isMinimized())
@@ -86,8 +86,7 @@ void MainWindow::tileHorizontally()
     }
 }
 
-void MainWindow::closeEvent(QCloseEvent* event)
-{
+void MainWindow::closeEvent(QCloseEvent* event) {
     if (m_canClose && !m_canClose()) {
         event->ignore();
         return;

@@ -29,8 +29,7 @@ namespace vkm {
 namespace {
 constexpr int kMinimumScreenWidth = 1024;
 
-int primaryScreenWidth()
-{
+int primaryScreenWidth() {
     const QScreen* screen = QGuiApplication::primaryScreen();
     return screen ? screen->geometry().width() : 0;
 }
@@ -38,10 +37,11 @@ int primaryScreenWidth()
 
 Startup::Startup(StartupOptions options) : m_options(std::move(options)) {}
 
-Startup::~Startup() { ReleaseActiveX(); }
+Startup::~Startup() {
+    ReleaseActiveX();
+}
 
-QString Startup::defaultLockFile()
-{
+QString Startup::defaultLockFile() {
     QString dir = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     if (dir.isEmpty())
         dir = QDir::tempPath();
@@ -50,15 +50,13 @@ QString Startup::defaultLockFile()
     return dir + QLatin1Char('/') + messageBoxTitle() + QStringLiteral(".lock");
 }
 
-int Startup::pixelsToTwips(int pixels)
-{
+int Startup::pixelsToTwips(int pixels) {
     const QScreen* screen = QGuiApplication::primaryScreen();
     const double dpi = screen ? screen->logicalDotsPerInchX() : 96.0;
     return int(pixels * 1440.0 / (dpi > 0 ? dpi : 96.0) + 0.5);
 }
 
-bool Startup::run()
-{
+bool Startup::run() {
     m_context.prompter = m_options.prompter;
     if (!m_context.prompter) {
         m_ownPrompter = std::make_unique<GuiPrompter>();
@@ -82,16 +80,14 @@ bool Startup::run()
     return true;
 }
 
-bool Startup::acquireInstanceLock()
-{
+bool Startup::acquireInstanceLock() {
     const QString path = m_options.lockFile.isEmpty() ? defaultLockFile() : m_options.lockFile;
     m_lock = std::make_unique<QLockFile>(path);
     m_lock->setStaleLockTime(0); // a crashed run's lock is taken over once its process is gone
     return m_lock->tryLock(0);
 }
 
-void Startup::CreateActiveX()
-{
+void Startup::CreateActiveX() {
     m_context.settings = m_options.settings;
     if (!m_context.settings) {
         m_ownSettings = std::make_unique<Settings>(messageBoxTitle());
@@ -118,8 +114,7 @@ void Startup::CreateActiveX()
     m_context.selCusOut = m_selCusOut.get();
 }
 
-bool Startup::InitMainWindow()
-{
+bool Startup::InitMainWindow() {
     m_window = std::make_unique<MainWindow>(m_context.settings);
     if (auto* gui = dynamic_cast<GuiPrompter*>(m_context.prompter))
         gui->setParentWidget(m_window.get());
@@ -131,8 +126,7 @@ bool Startup::InitMainWindow()
     return true;
 }
 
-void Startup::InitSettings()
-{
+void Startup::InitSettings() {
     Settings& settings = *m_context.settings;
     // The easy customisation window opens inside the right edge of the main window, which
     // is about to fill the work area.
@@ -144,11 +138,11 @@ void Startup::InitSettings()
     m_context.initialPath = settings.ReadReg(0, QStringLiteral("InitialPath"));
     if (!applyCodePageSetting(settings))
         reportError(ErrInvalidCall, QStringLiteral("InitSettings"),
-                    QStringLiteral("Unknown code page: ") + settings.read(Section::General, QStringLiteral("CodePage")));
+                    QStringLiteral("Unknown code page: ") +
+                        settings.read(Section::General, QStringLiteral("CodePage")));
 }
 
-void Startup::placeMainWindow()
-{
+void Startup::placeMainWindow() {
     const QScreen* screen = QGuiApplication::primaryScreen();
     if (!screen)
         return;
@@ -164,14 +158,12 @@ void Startup::placeMainWindow()
     m_window->setGeometry(area.marginsRemoved(frame));
 }
 
-void Startup::readInitialFiles()
-{
+void Startup::readInitialFiles() {
     m_initialFilesRead = ReadInitialFiles(*m_selectKino, *m_selout, *m_selinp, *m_cusI, *m_cusO, *m_selCusInp,
                                           *m_selCusOut, *m_context.prompter);
 }
 
-QMdiSubWindow* Startup::createUserEditor()
-{
+QMdiSubWindow* Startup::createUserEditor() {
     auto* placeholder = new QLabel;
     placeholder->setObjectName(QStringLiteral("userEditor"));
     QMdiSubWindow* window = m_window->mdiArea()->addSubWindow(placeholder);
@@ -180,15 +172,13 @@ QMdiSubWindow* Startup::createUserEditor()
     return window;
 }
 
-void Startup::HikisuOp(const QString& commandLine)
-{
+void Startup::HikisuOp(const QString& commandLine) {
     const QString file = hikisuFileName(commandLine);
     if (!file.isEmpty() && m_openProgram)
         m_openProgram(file);
 }
 
-void Startup::ReleaseActiveX()
-{
+void Startup::ReleaseActiveX() {
     // Windows first: they hold pointers to the shared objects below.
     m_userEditor = nullptr;
     m_window.reset();

@@ -35,11 +35,11 @@ int columnWidth(int kind)
 {
     switch (kind) {
     case KindOutKino:
-    case KindInpKino: return 66;
-    case KindLogic: return 60;
-    case KindDelayKind: return 64;
-    case KindDelayValue: return 54;
-    case KindState: return 64;
+    case KindInpKino: return 56;
+    case KindLogic: return 54;
+    case KindDelayKind: return 58;
+    case KindDelayValue: return 48;
+    case KindState: return 60;
     case KindRel: return 48;
     default: return 60;
     }
@@ -136,7 +136,7 @@ void StepEditorWindow::buildGrid()
     m_grid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_grid->verticalHeader()->setDefaultSectionSize(kRowHeight);
     m_grid->horizontalHeader()->setMinimumSectionSize(0);
-    m_grid->horizontalHeader()->setFixedHeight(22);
+    m_grid->horizontalHeader()->setFixedHeight(32); // room for "Delay Value" on two lines
     m_grid->installEventFilter(this);
     applyColumnWidths();
     ControlRemarkColumn();

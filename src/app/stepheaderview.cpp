@@ -51,7 +51,7 @@ void StepHeaderView::paintSection(QPainter* painter, const QRect& rect, int logi
             f.setBold(true);
         painter->setFont(f);
         painter->setPen(fore);
-        painter->drawText(rect.adjusted(2, 0, -2, 0), Qt::AlignCenter, text);
+        painter->drawText(rect.adjusted(2, 0, -2, 0), Qt::AlignCenter | Qt::TextWordWrap, text);
     }
     painter->restore();
 }

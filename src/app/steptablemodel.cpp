@@ -47,7 +47,7 @@ int StepTableModel::columnCount(const QModelIndex& parent) const
 
 QVariant StepTableModel::data(const QModelIndex& index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!index.isValid() || !checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     const StepSheet& sheet = m_editor.sheet();
     const int row = index.row();
@@ -112,7 +112,7 @@ QVariant StepTableModel::headerData(int section, Qt::Orientation orientation, in
 
 Qt::ItemFlags StepTableModel::flags(const QModelIndex& index) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!index.isValid() || !checkIndex(index, CheckIndexOption::IndexIsValid))
         return Qt::NoItemFlags;
     Qt::ItemFlags f = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
     if (!m_editor.isComparison() && StepSheet::isStepRow(index.row()) && index.column() >= 1)
@@ -122,7 +122,7 @@ Qt::ItemFlags StepTableModel::flags(const QModelIndex& index) const
 
 bool StepTableModel::setData(const QModelIndex& index, const QVariant& value, int role)
 {
-    if (role != Qt::EditRole || !checkIndex(index, CheckIndexOption::IndexIsValid)
+    if (role != Qt::EditRole || !index.isValid() || !checkIndex(index, CheckIndexOption::IndexIsValid)
         || !(flags(index) & Qt::ItemIsEditable))
         return false;
     const ValidateResult r = m_editor.fg_ValidateEdit(index.row(), index.column(), value.toString());

@@ -9,8 +9,7 @@
 namespace vkm::cli {
 namespace {
 
-int runCheck(const QStringList& args, CliContext& ctx)
-{
+int runCheck(const QStringList& args, CliContext& ctx) {
     if (args.size() != 1) {
         ctx.err() << "usage: vkmstep-cli check FILE.gsp\n";
         return 2;
@@ -32,9 +31,9 @@ int runCheck(const QStringList& args, CliContext& ctx)
     }
     const CheckFailure fail = editor.lastCheckFailure();
     const auto& shown = recorder.shown();
-    const QString text = shown.empty() ? messageText(fail.message)
-                                       : messageText(shown.back().number, shown.back().a1, shown.back().a2,
-                                                     shown.back().a3);
+    const QString text =
+        shown.empty() ? messageText(fail.message)
+                      : messageText(shown.back().number, shown.back().a1, shown.back().a2, shown.back().a3);
     ctx.out() << text << '\n';
     if (fail.row < 0)
         ctx.out() << "row - column -\n";
@@ -43,9 +42,9 @@ int runCheck(const QStringList& args, CliContext& ctx)
     return 1;
 }
 
-const CommandRegistration reg({QStringLiteral("check"),
-                               QStringLiteral("check FILE.gsp           run the editor's checks over a program file"),
-                               runCheck});
+const CommandRegistration
+    reg({QStringLiteral("check"),
+         QStringLiteral("check FILE.gsp           run the editor's checks over a program file"), runCheck});
 
 } // namespace
 } // namespace vkm::cli

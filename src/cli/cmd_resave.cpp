@@ -9,8 +9,7 @@
 namespace vkm::cli {
 namespace {
 
-int runResave(const QStringList& args, CliContext& ctx)
-{
+int runResave(const QStringList& args, CliContext& ctx) {
     if (args.size() != 2) {
         ctx.err() << "usage: vkmstep-cli resave FILE.gsp OUT.gsp\n";
         return 2;
@@ -33,16 +32,17 @@ int runResave(const QStringList& args, CliContext& ctx)
         return 1;
     }
     const QString image = CreateTempName(1, eUSR);
-    if (!saved.SaveData(image, true, ctx.selout(), ctx.selinp()) || !CopyFiles(image, args[1], ctx.prompter())) {
+    if (!saved.SaveData(image, true, ctx.selout(), ctx.selinp()) ||
+        !CopyFiles(image, args[1], ctx.prompter())) {
         ctx.prompter().showMessage(50, 2); // "Failed to save data..."
         return 1;
     }
     return 0;
 }
 
-const CommandRegistration reg({QStringLiteral("resave"),
-                               QStringLiteral("resave FILE.gsp OUT.gsp  open a program as the editor does and save it"),
-                               runResave});
+const CommandRegistration reg(
+    {QStringLiteral("resave"),
+     QStringLiteral("resave FILE.gsp OUT.gsp  open a program as the editor does and save it"), runResave});
 
 } // namespace
 } // namespace vkm::cli

@@ -17,6 +17,7 @@
 #include <QComboBox>
 #include <QFile>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -90,13 +91,17 @@ struct Editor {
     void type(int row, int col, const QString& text)
     {
         go(row, col);
-        QTest::keyClicks(grid(), text.left(1));
+        // A key event carrying the character, as an input method delivers it (QTest can
+        // only name ASCII keys).
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, text.left(1));
+        QApplication::sendEvent(grid(), &press);
         QWidget* e = openEditor(row, col);
         ASSERT_NE(e, nullptr) << "no cell editor opened on " << row << "," << col;
         auto* line = qobject_cast<QLineEdit*>(e);
         ASSERT_NE(line, nullptr);
         line->setText(text); // keyClicks cannot type double-byte characters
         QTest::keyClick(line, Qt::Key_Return);
+        QCoreApplication::processEvents(); // the delegate commits through a queued call
     }
     void setup(int row, int col, const QString& text)
     {
@@ -233,6 +238,7 @@ TEST(StepEditorEntry, SpaceCyclesComboAndF2OpensItsList)
     EXPECT_EQ(combo->currentText(), "HIGH");
     combo->setCurrentIndex(2);
     QTest::keyClick(combo, Qt::Key_Return);
+    QCoreApplication::processEvents();
     EXPECT_EQ(e.sheet().text(1, logic), "2");
 
     // A digit that is not in the list is refused.
@@ -256,6 +262,7 @@ TEST(StepEditorEntry, F2OnFunctionCellsUsesTheChooser)
     EXPECT_EQ(e.sheet().data(4, e.out1()), "RGST");
     // A double click works as F2; the cell's function is handed to the chooser.
     const QRect r = e.grid()->visualRect(e.win->model()->index(4, e.out1()));
+    QTest::mouseClick(e.grid()->viewport(), Qt::LeftButton, {}, r.center());
     QTest::mouseDClick(e.grid()->viewport(), Qt::LeftButton, {}, r.center());
     e.go(4, e.in(1));
     QTest::keyClick(e.grid(), Qt::Key_F2);
@@ -411,4 +418,83 @@ TEST(StepEditorDisplay, HeadersPicturesAndContextMenu)
     EXPECT_EQ(texts, (QStringList{"&Delete", "&Copy", "&Paste", "&Insert"}));
     EXPECT_FALSE(menu->actions().at(1)->isEnabled()) << "follows the disabled copy command";
     menu->hide();
+}
+
+// A filled program as the user sees it. The painted pixels are checked where the look
+// is fixed (disabled grey, pictures only in filled non-"***" cells); with VKM_EDITOR_SHOT
+// set the window is also saved there for a person to look at.
+TEST(StepEditorDisplay, FilledProgramPaintsPicturesStarsAndDisabledRows)
+{
+    Editor e;
+    e.win->resize(1280, 980);
+    e.win->setDocumentPath("/data/SAMPLE01.GSP");
+    e.win->setAuthor("YAMADA");
+    const int o1 = e.out1(), o2 = e.out2();
+    e.setup(1, 1, "Start");
+    e.output(1, o1, "OUT1", "1", "0");
+    e.setup(1, o1 + 3, "100");
+    e.output(1, o2, "OUT2", "0", "2");
+    e.setup(1, o2 + 3, "50");
+    e.setup(1, e.in(1), "IN1");
+    e.setup(1, e.in(1) + 1, "1");
+    e.setup(1, e.in(1) + 2, "0");
+    e.setup(1, e.in(2), "IN2");
+    e.setup(1, e.in(2) + 1, "3");
+    e.setup(1, e.in(2) + 2, "2");
+    e.setup(2, 1, "Count up");
+    e.setup(2, o1, "C1");
+    e.setup(2, o1 + 1, "4");
+    e.setup(2, e.in(1), "IN3");
+    e.setup(2, e.in(1) + 1, "2");
+    e.setup(2, e.in(1) + 2, "2");
+    e.setup(3, 1, "Counter");
+    e.output(3, o1, "R1", "1", "4");
+    e.setup(3, o1 + 3, "10");
+    e.setup(3, e.in(1), "C1");
+    e.setup(3, e.in(1) + 2, "3");
+    e.setup(3, e.in(2), "42");
+    e.setup(4, 1, "Off");
+    e.output(4, o1, "OUT2", "2", "8");
+    e.setup(4, o1 + 3, "5");
+    e.setup(4, e.in(1), "IN1");
+    e.ed().DoGyoMuko(4, true);
+    e.setup(5, 1, "Jump");
+    e.setup(5, o1, "JMP");
+    e.setup(5, e.in(1), "IN2");
+    e.setup(6, o1, "RET");
+    e.go(1, o1 + 3);
+    QApplication::processEvents();
+
+    const QImage shot = e.win->grab().toImage();
+    if (const QByteArray path = qgetenv("VKM_EDITOR_SHOT"); !path.isEmpty())
+        shot.save(QString::fromLocal8Bit(path));
+    auto cellImage = [&](int row, int col) {
+        const QRect r = e.grid()->visualRect(e.win->model()->index(row, col));
+        return e.grid()->viewport()->grab(r.adjusted(1, 1, -2, -2)).toImage();
+    };
+    auto colours = [](const QImage& img) {
+        QSet<QRgb> set;
+        for (int y = 0; y < img.height(); ++y)
+            for (int x = 0; x < img.width(); ++x)
+                set.insert(img.pixel(x, y) & 0xFFFFFF);
+        return set;
+    };
+    // A logic cell with a value shows a picture: many colours on its background.
+    EXPECT_GT(colours(cellImage(1, o1 + 1)).size(), 4);
+    // "***" is text only: the green output colour, black and the anti-aliasing between.
+    const QImage star = cellImage(6, o2 + 1);
+    EXPECT_EQ(e.sheet().text(6, o2 + 1), "***");
+    EXPECT_EQ(star.pixel(2, 2) & 0xFFFFFF, 0xDFF0E0u);
+    // An empty input cell is plain white, a disabled row plain grey where nothing is written.
+    EXPECT_EQ(colours(cellImage(8, e.in(1) + 1)), QSet<QRgb>{0xFFFFFF});
+    EXPECT_EQ(cellImage(4, e.in(3)).pixel(3, 3) & 0xFFFFFF, 0xD0D0D0u);
+    // The function cell's small grey category text sits in its top-left corner.
+    const QImage fn = cellImage(1, o1);
+    bool grey = false;
+    for (int y = 0; y < 8 && !grey; ++y)
+        for (int x = 0; x < 14 && !grey; ++x) {
+            const QColor c = fn.pixelColor(x, y);
+            grey = c.red() < 200 && qAbs(c.red() - c.green()) < 12 && qAbs(c.green() - c.blue()) < 12;
+        }
+    EXPECT_TRUE(grey);
 }

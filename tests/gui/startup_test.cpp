@@ -33,8 +33,7 @@ struct StartupRig {
     CapturingErrorSink errors;
     StartupOptions options;
 
-    StartupRig()
-    {
+    StartupRig() {
         options.settings = store.settings.get();
         options.prompter = &prompter;
         options.archiveOverride = test::bundledArchive();
@@ -43,8 +42,7 @@ struct StartupRig {
     }
 };
 
-QStringList actionNames(const QToolBar* bar)
-{
+QStringList actionNames(const QToolBar* bar) {
     QStringList out;
     for (const QAction* a : bar->actions())
         out << a->objectName();
@@ -53,8 +51,7 @@ QStringList actionNames(const QToolBar* bar)
 
 } // namespace
 
-TEST(Startup, NormalStartBuildsTheMainWindow)
-{
+TEST(Startup, NormalStartBuildsTheMainWindow) {
     StartupRig rig;
     QString opened;
     Startup startup(rig.options);
@@ -69,8 +66,8 @@ TEST(Startup, NormalStartBuildsTheMainWindow)
     EXPECT_EQ(window->frameGeometry(), QGuiApplication::primaryScreen()->availableGeometry());
 
     const QToolBar* bar = window->mainToolBar();
-    EXPECT_EQ(actionNames(bar), (QStringList{"keyCLOSE", "keyOption", "keyCUSTOMIZEEASY", "keySEPARATOR1",
-                                             "keyWARRANGE"}));
+    EXPECT_EQ(actionNames(bar),
+              (QStringList{"keyCLOSE", "keyOption", "keyCUSTOMIZEEASY", "keySEPARATOR1", "keyWARRANGE"}));
     const struct {
         const char* key;
         const char* caption;
@@ -95,7 +92,8 @@ TEST(Startup, NormalStartBuildsTheMainWindow)
     EXPECT_TRUE(startup.initialFilesRead());
     EXPECT_GT(startup.context().selout->Count(), 0);
     EXPECT_GT(startup.context().selinp->Count(), 0);
-    EXPECT_EQ(rig.store.settings->read(Section::Location, QStringLiteral("Memo_Width")), QStringLiteral("10200"));
+    EXPECT_EQ(rig.store.settings->read(Section::Location, QStringLiteral("Memo_Width")),
+              QStringLiteral("10200"));
     EXPECT_EQ(startup.context().initialPath, rig.store.settings->ReadReg(0, QStringLiteral("InitialPath")));
     ASSERT_NE(startup.userEditor(), nullptr);
     EXPECT_EQ(startup.userEditor()->windowTitle(), QStringLiteral("STEP"));
@@ -104,8 +102,7 @@ TEST(Startup, NormalStartBuildsTheMainWindow)
     EXPECT_TRUE(opened.isEmpty());
 }
 
-TEST(Startup, RefusalsEndTheStartWithTheirMessage)
-{
+TEST(Startup, RefusalsEndTheStartWithTheirMessage) {
     const QString missingArchive = QStringLiteral("/nonexistent/folder/VKM.e");
     const struct {
         const char* name;
@@ -139,8 +136,7 @@ TEST(Startup, RefusalsEndTheStartWithTheirMessage)
     EXPECT_TRUE(startup.run());
 }
 
-TEST(Startup, SecondInstanceIsRefused)
-{
+TEST(Startup, SecondInstanceIsRefused) {
     StartupRig rig;
     Startup first(rig.options);
     ASSERT_TRUE(first.run());
@@ -154,8 +150,7 @@ TEST(Startup, SecondInstanceIsRefused)
     EXPECT_EQ(again.mainWindow(), nullptr);
 }
 
-TEST(Startup, FailuresThatLetTheStartGoOn)
-{
+TEST(Startup, FailuresThatLetTheStartGoOn) {
     {
         SCOPED_TRACE("settings store cannot be written");
         StartupRig rig;
@@ -181,8 +176,7 @@ TEST(Startup, FailuresThatLetTheStartGoOn)
     }
 }
 
-TEST(Startup, CommandLineOpensAnExistingFileOnly)
-{
+TEST(Startup, CommandLineOpensAnExistingFileOnly) {
     test::Scratch scratch;
     const QString program = scratch.write(QStringLiteral("my prog.gsp"), "x");
     const struct {
@@ -205,8 +199,7 @@ TEST(Startup, CommandLineOpensAnExistingFileOnly)
     }
 }
 
-TEST(MainWindow, ArrangeStacksChildWindowsFullWidth)
-{
+TEST(MainWindow, ArrangeStacksChildWindowsFullWidth) {
     MainWindow window;
     window.resize(1000, 800);
     window.show();
@@ -233,8 +226,7 @@ TEST(MainWindow, ArrangeStacksChildWindowsFullWidth)
     EXPECT_FALSE(hidden->isVisible());
 }
 
-TEST(MainWindow, CloseAsksTheHookAndFollowsCaptionSetting)
-{
+TEST(MainWindow, CloseAsksTheHookAndFollowsCaptionSetting) {
     test::TempSettings store;
     store.settings->writeBool(Section::General, QStringLiteral("DoesViewButtonCaption"), false);
     MainWindow window(store.settings.get());
@@ -257,8 +249,7 @@ TEST(MainWindow, CloseAsksTheHookAndFollowsCaptionSetting)
     EXPECT_EQ(asked, 2);
 }
 
-TEST(GuiPrompter, BoxesOfTheTenStyles)
-{
+TEST(GuiPrompter, BoxesOfTheTenStyles) {
     const struct {
         int style;
         QMessageBox::Icon icon;
@@ -270,7 +261,8 @@ TEST(GuiPrompter, BoxesOfTheTenStyles)
         {3, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes},
         {4, QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok},
         {5, QMessageBox::Critical, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes},
-        {6, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes},
+        {6, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+         QMessageBox::Yes},
         {7, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No},
         {8, QMessageBox::Warning, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes},
         {9, QMessageBox::Question, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok},
@@ -289,8 +281,7 @@ TEST(GuiPrompter, BoxesOfTheTenStyles)
     EXPECT_EQ(GuiPrompter::createBox(QStringLiteral("x"), 11), nullptr);
 }
 
-TEST(GuiPrompter, EnterAnswersWithTheDefaultButton)
-{
+TEST(GuiPrompter, EnterAnswersWithTheDefaultButton) {
     GuiPrompter prompter;
     const struct {
         int style;
@@ -311,8 +302,7 @@ TEST(GuiPrompter, EnterAnswersWithTheDefaultButton)
     EXPECT_EQ(prompter.showMessage(96, 42), Answer::None); // no box at all
 }
 
-TEST(GuiPrompter, FileFilterConversion)
-{
+TEST(GuiPrompter, FileFilterConversion) {
     const struct {
         const char* in;
         const char* out;
@@ -327,8 +317,7 @@ TEST(GuiPrompter, FileFilterConversion)
         EXPECT_EQ(GuiPrompter::qtFileFilter(QLatin1String(c.in)), QLatin1String(c.out)) << c.in;
 }
 
-TEST(ErrorDialogSink, ReportIsLoggedAndShown)
-{
+TEST(ErrorDialogSink, ReportIsLoggedAndShown) {
     test::Scratch scratch;
     ScriptedPrompter prompter;
     const QString log = scratch.file(QStringLiteral("error.log"));

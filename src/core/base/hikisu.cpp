@@ -4,8 +4,7 @@
 
 namespace vkm {
 
-QString hikisuFileName(const QString& commandLine)
-{
+QString hikisuFileName(const QString& commandLine) {
     QString name = commandLine;
     const qsizetype first = commandLine.indexOf(QLatin1Char('"'));
     if (first >= 0) {

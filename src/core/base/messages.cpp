@@ -11,8 +11,7 @@ namespace {
 // The numbered text resource. Message text m is resource string 1000 + m; the table
 // is keyed by m. The texts are the machine tools' own, spelling included: users and
 // service staff search manuals and old screenshots for them word for word.
-const QHash<int, QString>& textTable()
-{
+const QHash<int, QString>& textTable() {
     static const QHash<int, QString> table = {
         {2, "Failed to read registry. "},
         {13, "Data is chaneged. Do you save changes ?"},
@@ -136,76 +135,95 @@ const QString kBlankLine = QStringLiteral("\n\n");
 const QString kLineBreak = QStringLiteral("\n");
 
 // Messages made of one message text, an empty line and the first argument.
-int textWithArgument(int number)
-{
+int textWithArgument(int number) {
     switch (number) {
-    case 4: return 215;
-    case 46: return 229;
-    case 56: return 235;
-    case 85: return 353;
-    case 86: return 354;
-    case 88: return 360;
-    case 124: return 129;
-    case 140: return 525;
-    case 142: return 527;
-    default: return 0;
+    case 4:
+        return 215;
+    case 46:
+        return 229;
+    case 56:
+        return 235;
+    case 85:
+        return 353;
+    case 86:
+        return 354;
+    case 88:
+        return 360;
+    case 124:
+        return 129;
+    case 140:
+        return 525;
+    case 142:
+        return 527;
+    default:
+        return 0;
     }
 }
 
-QString rangeText(const QString& head, const QString& a1, const QString& a2)
-{
+QString rangeText(const QString& head, const QString& a1, const QString& a2) {
     return head + kBlankLine + QStringLiteral("Min = ") + a1 + QStringLiteral(", Max = ") + a2;
 }
 
-QString extensionText(const QString& extension)
-{
+QString extensionText(const QString& extension) {
     return QStringLiteral("Extension must be as follows") + kBlankLine + QStringLiteral("*.") + extension;
 }
 
 // Messages whose text is put together from fixed pieces; "" when n is not one of them.
-QString composedText(int number, const QString& a1, const QString& a2)
-{
+QString composedText(int number, const QString& a1, const QString& a2) {
     switch (number) {
-    case 8: return extensionText(QStringLiteral("GSP"));
-    case 117: return extensionText(QStringLiteral("rom"));
-    case 43: return rangeText(QStringLiteral("Value is out of range."), a1, a2);
-    case 81: return rangeText(QStringLiteral("This column must be numeric or input COUNT category."), a1, a2);
+    case 8:
+        return extensionText(QStringLiteral("GSP"));
+    case 117:
+        return extensionText(QStringLiteral("rom"));
+    case 43:
+        return rangeText(QStringLiteral("Value is out of range."), a1, a2);
+    case 81:
+        return rangeText(QStringLiteral("This column must be numeric or input COUNT category."), a1, a2);
     case 161:
-        return rangeText(QStringLiteral("Value is out of range."), a1, a2) + QStringLiteral("(Delay1 + Delay2)");
+        return rangeText(QStringLiteral("Value is out of range."), a1, a2) +
+               QStringLiteral("(Delay1 + Delay2)");
     case 58:
-        return QStringLiteral("Clipboard is vacant or data type is different.") + kBlankLine
-               + QStringLiteral("Cannot paste.");
+        return QStringLiteral("Clipboard is vacant or data type is different.") + kBlankLine +
+               QStringLiteral("Cannot paste.");
     case 70:
-        return QStringLiteral("The number of color is less than 16 bit(65536).") + kBlankLine
-               + QStringLiteral("You are strongly recomended to adjust control panel.") + kBlankLine
-               + QStringLiteral(" ") + kBlankLine + QStringLiteral(" ");
-    case 75: return QStringLiteral("The following numbre are replaced.") + kBlankLine + a1 + QStringLiteral(" ");
+        return QStringLiteral("The number of color is less than 16 bit(65536).") + kBlankLine +
+               QStringLiteral("You are strongly recomended to adjust control panel.") + kBlankLine +
+               QStringLiteral(" ") + kBlankLine + QStringLiteral(" ");
+    case 75:
+        return QStringLiteral("The following numbre are replaced.") + kBlankLine + a1 + QStringLiteral(" ");
     case 79:
-        return QStringLiteral("Failed to copy temporary files. Data is not saved.") + kBlankLine
-               + QStringLiteral("Quit this application and reload.");
-    case 84: return QStringLiteral("Do you replace this function") + kBlankLine + a1 + QStringLiteral(" -> ") + a2;
+        return QStringLiteral("Failed to copy temporary files. Data is not saved.") + kBlankLine +
+               QStringLiteral("Quit this application and reload.");
+    case 84:
+        return QStringLiteral("Do you replace this function") + kBlankLine + a1 + QStringLiteral(" -> ") + a2;
     case 145:
-        return QStringLiteral("Value is not valid. Following category can be input.") + kBlankLine
-               + QStringLiteral("IN") + kLineBreak + QStringLiteral("OUT") + kLineBreak + QStringLiteral("RGST");
+        return QStringLiteral("Value is not valid. Following category can be input.") + kBlankLine +
+               QStringLiteral("IN") + kLineBreak + QStringLiteral("OUT") + kLineBreak +
+               QStringLiteral("RGST");
     case 155:
-        return QStringLiteral("File size is invalid. Size must be folloiwng size.") + kBlankLine + a1
-               + QStringLiteral(" byte");
-    case 83: return QStringLiteral("This S/W runs already!\"");
-    default: return {};
+        return QStringLiteral("File size is invalid. Size must be folloiwng size.") + kBlankLine + a1 +
+               QStringLiteral(" byte");
+    case 83:
+        return QStringLiteral("This S/W runs already!\"");
+    default:
+        return {};
     }
 }
 
 // Message numbers run up to 162 and a single-text message shows the text of its own
 // number. Texts above 162 are captions and heads of composed messages; text 129 is only
 // the head of message 124. None of those is a message by itself.
-bool isSingleTextMessage(int number) { return number >= 1 && number <= 162 && number != 129; }
+bool isSingleTextMessage(int number) {
+    return number >= 1 && number <= 162 && number != 129;
+}
 
 } // namespace
 
-QString LoadMessageText(int m) { return textTable().value(m); }
+QString LoadMessageText(int m) {
+    return textTable().value(m);
+}
 
-QString messageText(int number, const QString& a1, const QString& a2, const QString& a3)
-{
+QString messageText(int number, const QString& a1, const QString& a2, const QString& a3) {
     Q_UNUSED(a3); // no message of the table uses a third argument
     if (const int head = textWithArgument(number))
         return LoadMessageText(head) + kBlankLine + a1;
@@ -215,8 +233,7 @@ QString messageText(int number, const QString& a1, const QString& a2, const QStr
     return isSingleTextMessage(number) ? LoadMessageText(number) : QString();
 }
 
-QString messageBoxTitle()
-{
+QString messageBoxTitle() {
     if (!QCoreApplication::instance())
         return {};
     const QStringList args = QCoreApplication::arguments();
@@ -225,20 +242,30 @@ QString messageBoxTitle()
     return QCoreApplication::applicationName();
 }
 
-BoxStyle boxStyle(int style)
-{
+BoxStyle boxStyle(int style) {
     switch (style) {
-    case 1: return {BoxIcon::Critical, BoxButtons::Ok, false, true};
-    case 2: return {BoxIcon::Exclamation, BoxButtons::Ok, false, true};
-    case 3: return {BoxIcon::Question, BoxButtons::YesNo, false, true};
-    case 4: return {BoxIcon::Information, BoxButtons::Ok, false, true};
-    case 5: return {BoxIcon::Critical, BoxButtons::YesNo, false, true};
-    case 6: return {BoxIcon::Question, BoxButtons::YesNoCancel, false, true};
-    case 7: return {BoxIcon::Question, BoxButtons::YesNo, true, true};
-    case 8: return {BoxIcon::Exclamation, BoxButtons::YesNo, false, true};
-    case 9: return {BoxIcon::Question, BoxButtons::OkCancel, false, true};
-    case 10: return {BoxIcon::Exclamation, BoxButtons::OkCancel, false, true};
-    default: return {};
+    case 1:
+        return {BoxIcon::Critical, BoxButtons::Ok, false, true};
+    case 2:
+        return {BoxIcon::Exclamation, BoxButtons::Ok, false, true};
+    case 3:
+        return {BoxIcon::Question, BoxButtons::YesNo, false, true};
+    case 4:
+        return {BoxIcon::Information, BoxButtons::Ok, false, true};
+    case 5:
+        return {BoxIcon::Critical, BoxButtons::YesNo, false, true};
+    case 6:
+        return {BoxIcon::Question, BoxButtons::YesNoCancel, false, true};
+    case 7:
+        return {BoxIcon::Question, BoxButtons::YesNo, true, true};
+    case 8:
+        return {BoxIcon::Exclamation, BoxButtons::YesNo, false, true};
+    case 9:
+        return {BoxIcon::Question, BoxButtons::OkCancel, false, true};
+    case 10:
+        return {BoxIcon::Exclamation, BoxButtons::OkCancel, false, true};
+    default:
+        return {};
     }
 }
 

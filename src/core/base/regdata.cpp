@@ -17,8 +17,7 @@ struct RegValue {
     QString defaultValue;
 };
 
-QString documentsFolder()
-{
+QString documentsFolder() {
     const QString docs = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     return docs.isEmpty() ? QDir::homePath() : docs;
 }
@@ -27,11 +26,12 @@ QString documentsFolder()
 // edge of the main window, inside it.
 constexpr int kCustomEasyRightMargin = 2130 + 500;
 
-QString number(double value) { return QString::number(value, 'g', 10); }
+QString number(double value) {
+    return QString::number(value, 'g', 10);
+}
 
 // The values every part of the program may read, in the order they are made sure of.
-std::vector<RegValue> headValues()
-{
+std::vector<RegValue> headValues() {
     const QString t = Settings::boolText(true);
     const QString f = Settings::boolText(false);
     return {
@@ -55,8 +55,7 @@ std::vector<RegValue> headValues()
     };
 }
 
-std::vector<RegValue> tailValues()
-{
+std::vector<RegValue> tailValues() {
     return {
         {Section::Location, "CustomEasy_Width", QStringLiteral("2130")},
         {Section::Location, "CustomEasy_Height", QStringLiteral("11790")},
@@ -68,8 +67,7 @@ std::vector<RegValue> tailValues()
     };
 }
 
-bool ensureAll(Settings& settings, const std::vector<RegValue>& values)
-{
+bool ensureAll(Settings& settings, const std::vector<RegValue>& values) {
     for (const RegValue& v : values) {
         if (!settings.ensure(v.section, QLatin1String(v.key), v.defaultValue))
             return false;
@@ -79,8 +77,7 @@ bool ensureAll(Settings& settings, const std::vector<RegValue>& values)
 
 } // namespace
 
-bool Settings::CheckRegData(int mainWindowWidthTwips)
-{
+bool Settings::CheckRegData(int mainWindowWidthTwips) {
     if (!ensureAll(*this, headValues()))
         return false;
     // The position pair is created together and only when the left edge is missing, so
@@ -95,8 +92,7 @@ bool Settings::CheckRegData(int mainWindowWidthTwips)
     return ensureAll(*this, tailValues());
 }
 
-bool applyCodePageSetting(const Settings& settings)
-{
+bool applyCodePageSetting(const Settings& settings) {
     const QString name = settings.read(Section::General, QStringLiteral("CodePage")).trimmed();
     if (name.isEmpty())
         return true;

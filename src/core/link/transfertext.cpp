@@ -5,7 +5,6 @@
 #include "link/memorymap.h"
 
 #include <QFile>
-#include <QSaveFile>
 
 namespace vkm {
 
@@ -62,15 +61,19 @@ bool readWhole(const QString& path, QByteArray& bytes, const char* procedure)
     return true;
 }
 
-// The destination is removed first and then written as a whole, never left half done.
+// The destination (a temporary file) is removed first and written as a whole; a write
+// that fails leaves no file behind rather than a half one. The user's own files are
+// replaced atomically by the callers (CopyFiles).
 bool writeWhole(const QString& path, const QByteArray& bytes, const char* procedure)
 {
     if (QFile::exists(path) && !QFile::remove(path)) {
         reportError(ErrPermissionDenied, QString::fromLatin1(procedure));
         return false;
     }
-    QSaveFile f(path);
-    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size() || !f.commit()) {
+    QFile f(path);
+    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size() || !f.flush()) {
+        f.close();
+        QFile::remove(path);
         reportError(ErrPathAccess, QString::fromLatin1(procedure));
         return false;
     }

@@ -12,35 +12,29 @@ namespace {
 constexpr int kFirst = StepSheet::kFirstStepRow;
 constexpr int kLast = StepSheet::kLastStepRow;
 
-bool isFlowOutput(const QString& c)
-{
+bool isFlowOutput(const QString& c) {
     return c == cat::JMP || c == cat::CALL || c == cat::RETURN;
 }
 } // namespace
 
 SheetChecks::SheetChecks(StepSheetEditor& editor, Prompter& prompter)
-    : m_editor(editor), m_sheet(editor.sheet()), m_prompter(prompter)
-{
-}
+    : m_editor(editor), m_sheet(editor.sheet()), m_prompter(prompter) {}
 
-bool StepSheetEditor::ExactInput()
-{
+bool StepSheetEditor::ExactInput() {
     SheetChecks checks(*this, m_prompter);
     const bool ok = checks.run();
     m_lastFailure = checks.failure();
     return ok;
 }
 
-bool SheetChecks::run()
-{
+bool SheetChecks::run() {
     m_failure = CheckFailure{};
     // There never was a sixth check; the numbering is kept so reports read the same.
-    return check01() && check02() && check03() && check04() && check05() && check07() && check08() && check09()
-        && check10() && check11() && check12();
+    return check01() && check02() && check03() && check04() && check05() && check07() && check08() &&
+           check09() && check10() && check11() && check12();
 }
 
-bool SheetChecks::fail(int message, int row, int col)
-{
+bool SheetChecks::fail(int message, int row, int col) {
     m_failure = {message, row, col};
     if (row >= 0)
         m_editor.sheet().select(row, col);
@@ -50,33 +44,31 @@ bool SheetChecks::fail(int message, int row, int col)
 
 // Every row that acts must close its input block with END, and every output group
 // that names a function must say how and when.
-bool SheetChecks::check01()
-{
+bool SheetChecks::check01() {
     for (int r = kFirst; r <= kLast; ++r) {
-        if (!m_editor.RowHasAllInput(r) && !m_editor.RowHasReturnOutput(r) && m_editor.ExistsValidRow(r)
-            && !m_editor.ExistsEND(r, m_sheet.colInp(), true))
+        if (!m_editor.RowHasAllInput(r) && !m_editor.RowHasReturnOutput(r) && m_editor.ExistsValidRow(r) &&
+            !m_editor.ExistsEND(r, m_sheet.colInp(), true))
             return fail(52, r, m_sheet.colInp());
         for (int g = 1; g <= 2; ++g) {
             const int kc = m_sheet.outputGroupCol(g);
             if (m_editor.isEmptyCell(r, kc))
                 continue;
-            if (m_editor.isEmptyCell(r, kc + 1) || m_editor.isEmptyCell(r, kc + 2) || m_editor.isEmptyCell(r, kc + 3))
+            if (m_editor.isEmptyCell(r, kc + 1) || m_editor.isEmptyCell(r, kc + 2) ||
+                m_editor.isEmptyCell(r, kc + 3))
                 return fail(64, r, kc + 2);
         }
     }
     return true;
 }
 
-bool SheetChecks::check02()
-{
+bool SheetChecks::check02() {
     for (int r = kFirst; r <= kLast; ++r)
         if (!m_editor.isEmptyCell(r, m_editor.FindFirstInputKinoCol()) && !m_editor.ExistsValidRow(r))
             return fail(76, r, m_sheet.GetcolOutKino1());
     return true;
 }
 
-bool SheetChecks::check03()
-{
+bool SheetChecks::check03() {
     const int o1 = m_sheet.GetcolOutKino1();
     const int o2 = m_sheet.GetcolOutKino2();
     for (int r = kFirst; r <= kLast; ++r) {
@@ -90,8 +82,7 @@ bool SheetChecks::check03()
 }
 
 // An edge input only fires when the machine makes edges (the EMAKE output).
-bool SheetChecks::check04()
-{
+bool SheetChecks::check04() {
     bool edge = false;
     for (int r = kFirst; r <= kLast && !edge; ++r) {
         if (m_editor.IsRowDisabled(r) || m_editor.RowHasAllInput(r))
@@ -109,29 +100,29 @@ bool SheetChecks::check04()
     for (int r = kFirst; r <= kLast; ++r) {
         if (m_editor.IsRowDisabled(r))
             continue;
-        if (m_sheet.text(r, m_sheet.GetcolOutKino1()) == QLatin1String("EMAKE")
-            || m_sheet.text(r, m_sheet.GetcolOutKino2()) == QLatin1String("EMAKE"))
+        if (m_sheet.text(r, m_sheet.GetcolOutKino1()) == QLatin1String("EMAKE") ||
+            m_sheet.text(r, m_sheet.GetcolOutKino2()) == QLatin1String("EMAKE"))
             return true;
     }
     return fail(114, -1, -1);
 }
 
-bool SheetChecks::check05()
-{
-    static const QStringList allowed = {QStringLiteral("0000"), QStringLiteral("1000"), QStringLiteral("1100"),
-                                        QStringLiteral("1110"), QStringLiteral("1111")};
+bool SheetChecks::check05() {
+    static const QStringList allowed = {QStringLiteral("0000"), QStringLiteral("1000"),
+                                        QStringLiteral("1100"), QStringLiteral("1110"),
+                                        QStringLiteral("1111")};
     for (int r = kFirst; r <= kLast; ++r) {
         QString pattern;
         for (int g = 1; g <= 4; ++g)
-            pattern += m_editor.isEmptyCell(r, m_sheet.inputGroupCol(g)) ? QLatin1Char('0') : QLatin1Char('1');
+            pattern +=
+                m_editor.isEmptyCell(r, m_sheet.inputGroupCol(g)) ? QLatin1Char('0') : QLatin1Char('1');
         if (!allowed.contains(pattern))
             return fail(115, r, m_sheet.colInp());
     }
     return true;
 }
 
-bool SheetChecks::checkGroupComplete(int row, int kc, int width)
-{
+bool SheetChecks::checkGroupComplete(int row, int kc, int width) {
     int filled = 0;
     int firstEmpty = -1;
     for (int i = 0; i < width; ++i) {
@@ -147,8 +138,7 @@ bool SheetChecks::checkGroupComplete(int row, int kc, int width)
     return fail(116, row, firstEmpty);
 }
 
-bool SheetChecks::check07()
-{
+bool SheetChecks::check07() {
     for (int r = kFirst; r <= kLast; ++r) {
         for (int g = 1; g <= 2; ++g)
             if (!checkGroupComplete(r, m_sheet.outputGroupCol(g), 4))
@@ -160,8 +150,7 @@ bool SheetChecks::check07()
     return true;
 }
 
-bool SheetChecks::check08()
-{
+bool SheetChecks::check08() {
     for (int r = kFirst; r <= kLast; ++r) {
         int ends = 0;
         for (int g = 1; g <= 4; ++g) {
@@ -177,26 +166,24 @@ bool SheetChecks::check08()
 
 // A pulse (the same output switched twice in one step) must switch back later than it
 // switched on, or the machine sees no pulse at all.
-bool SheetChecks::check09()
-{
+bool SheetChecks::check09() {
     const int o1 = m_sheet.GetcolOutKino1();
     const int o2 = m_sheet.GetcolOutKino2();
     for (int r = kFirst; r <= kLast; ++r) {
-        if (m_editor.isEmptyCell(r, o1) || m_sheet.text(r, o1) != m_sheet.text(r, o2)
-            || m_sheet.text(r, o1 + 2) != m_sheet.text(r, o2 + 2))
+        if (m_editor.isEmptyCell(r, o1) || m_sheet.text(r, o1) != m_sheet.text(r, o2) ||
+            m_sheet.text(r, o1 + 2) != m_sheet.text(r, o2 + 2))
             continue;
         const int l1 = m_editor.cellValue(r, o1 + 1);
         const int l2 = m_editor.cellValue(r, o2 + 1);
-        const bool pulse = (l1 == LogicHigh && l2 == LogicLow) || (l1 == LogicLow && l2 == LogicHigh)
-            || (l1 == LogicNot && l2 == LogicNot);
+        const bool pulse = (l1 == LogicHigh && l2 == LogicLow) || (l1 == LogicLow && l2 == LogicHigh) ||
+                           (l1 == LogicNot && l2 == LogicNot);
         if (pulse && leadingInteger(m_sheet.text(r, o2 + 3)) <= leadingInteger(m_sheet.text(r, o1 + 3)))
             return fail(149, r, o2 + 3);
     }
     return true;
 }
 
-bool SheetChecks::check10()
-{
+bool SheetChecks::check10() {
     const int o1 = m_sheet.GetcolOutKino1();
     const int o2 = m_sheet.GetcolOutKino2();
     for (int r = kFirst; r <= kLast; ++r) {
@@ -223,8 +210,7 @@ bool SheetChecks::check10()
     return true;
 }
 
-bool SheetChecks::checkEven(int row, int kc)
-{
+bool SheetChecks::checkEven(int row, int kc) {
     if (m_sheet.text(row, kc + 2) != QLatin1String("0"))
         return true;
     if (leadingInteger(m_sheet.text(row, kc + 3)) % 2 > 0)
@@ -232,16 +218,14 @@ bool SheetChecks::checkEven(int row, int kc)
     return true;
 }
 
-bool SheetChecks::check11()
-{
+bool SheetChecks::check11() {
     for (int r = kFirst; r <= kLast; ++r)
         if (!checkEven(r, m_sheet.GetcolOutKino1()) || !checkEven(r, m_sheet.GetcolOutKino2()))
             return false;
     return true;
 }
 
-bool SheetChecks::checkDelayRange(int row, int kc)
-{
+bool SheetChecks::checkDelayRange(int row, int kc) {
     if (!isNumeric(m_sheet.text(row, kc + 3)) || m_editor.isEmptyCell(row, kc))
         return true;
     qint32 lMin = 0;
@@ -253,8 +237,7 @@ bool SheetChecks::checkDelayRange(int row, int kc)
     return true;
 }
 
-bool SheetChecks::check12()
-{
+bool SheetChecks::check12() {
     for (int r = kFirst; r <= kLast; ++r)
         if (!checkDelayRange(r, m_sheet.GetcolOutKino1()) || !checkDelayRange(r, m_sheet.GetcolOutKino2()))
             return false;

@@ -7,8 +7,7 @@
 namespace vkm {
 
 QString GetFileNameToTransfer(const StepSheetEditor& editor, const CSteps& current, Prompter& prompter,
-                              const Clock& clock)
-{
+                              const Clock& clock) {
     CSteps program;
     if (!editor.Update_step(current, program)) {
         prompter.showMessage(80, 2); // "Make sure that all the information are set."

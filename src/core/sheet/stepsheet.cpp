@@ -13,8 +13,7 @@ constexpr quint32 kSnapshotTag = 0x564B5353; // "VKSS"
 constexpr quint16 kSnapshotVersion = 1;
 } // namespace
 
-CellRect CellRect::united(const CellRect& o) const
-{
+CellRect CellRect::united(const CellRect& o) const {
     if (isEmpty())
         return o;
     if (o.isEmpty())
@@ -22,13 +21,11 @@ CellRect CellRect::united(const CellRect& o) const
     return {std::min(row1, o.row1), std::min(col1, o.col1), std::max(row2, o.row2), std::max(col2, o.col2)};
 }
 
-StepSheet::StepSheet(bool locateInpFirst) : m_locateInpFirst(locateInpFirst)
-{
+StepSheet::StepSheet(bool locateInpFirst) : m_locateInpFirst(locateInpFirst) {
     Format_fg();
 }
 
-void StepSheet::Format_fg()
-{
+void StepSheet::Format_fg() {
     m_colOut1 = m_locateInpFirst ? 14 : 2;
     m_colOut2 = m_locateInpFirst ? 18 : 6;
     m_colInp = m_locateInpFirst ? 2 : 10;
@@ -45,8 +42,7 @@ void StepSheet::Format_fg()
     }
 }
 
-void StepSheet::SetTitleCaption()
-{
+void StepSheet::SetTitleCaption() {
     static const char* outTitles[] = {"Output", "Logic", "Delay Kind", "Delay Value"};
     static const char* inpTitles[] = {"Input", "Stat.", "8"};
     m_kinds[0] = KindStep;
@@ -69,23 +65,19 @@ void StepSheet::SetTitleCaption()
     }
 }
 
-int StepSheet::colKind(int col) const
-{
+int StepSheet::colKind(int col) const {
     return col >= 0 && col < kCols ? m_kinds[std::size_t(col)] : -1;
 }
 
-bool StepSheet::isOutputCol(int col) const
-{
+bool StepSheet::isOutputCol(int col) const {
     return (col >= m_colOut1 && col < m_colOut1 + 4) || (col >= m_colOut2 && col < m_colOut2 + 4);
 }
 
-bool StepSheet::isInputCol(int col) const
-{
+bool StepSheet::isInputCol(int col) const {
     return col >= m_colInp && col < m_colInp + 12;
 }
 
-int StepSheet::groupOf(int col) const
-{
+int StepSheet::groupOf(int col) const {
     if (col >= m_colOut1 && col < m_colOut1 + 4)
         return 1;
     if (col >= m_colOut2 && col < m_colOut2 + 4)
@@ -95,8 +87,7 @@ int StepSheet::groupOf(int col) const
     return 0;
 }
 
-int StepSheet::groupStart(int col) const
-{
+int StepSheet::groupStart(int col) const {
     if (isOutputCol(col))
         return outputGroupCol(groupOf(col));
     if (isInputCol(col))
@@ -104,44 +95,37 @@ int StepSheet::groupStart(int col) const
     return -1;
 }
 
-QString StepSheet::headerText(int col) const
-{
+QString StepSheet::headerText(int col) const {
     return isValidCell(0, col) ? at(0, col).text : QString();
 }
 
-QString StepSheet::headerFont(int col) const
-{
+QString StepSheet::headerFont(int col) const {
     return colKind(col) == KindRel ? QString::fromLatin1(kSymbolFont) : QString();
 }
 
-QString StepSheet::text(int row, int col) const
-{
+QString StepSheet::text(int row, int col) const {
     return isValidCell(row, col) ? at(row, col).text : QString();
 }
 
-QString StepSheet::data(int row, int col) const
-{
+QString StepSheet::data(int row, int col) const {
     return isValidCell(row, col) ? at(row, col).data : QString();
 }
 
-void StepSheet::setText(int row, int col, const QString& text)
-{
+void StepSheet::setText(int row, int col, const QString& text) {
     if (!isValidCell(row, col) || at(row, col).text == text)
         return;
     at(row, col).text = text;
     touch(row, col, row, col);
 }
 
-void StepSheet::setData(int row, int col, const QString& data)
-{
+void StepSheet::setData(int row, int col, const QString& data) {
     if (!isValidCell(row, col) || at(row, col).data == data)
         return;
     at(row, col).data = data;
     touch(row, col, row, col);
 }
 
-void StepSheet::setCell(int row, int col, const QString& text, const QString& data)
-{
+void StepSheet::setCell(int row, int col, const QString& text, const QString& data) {
     if (!isValidCell(row, col))
         return;
     Cell& c = at(row, col);
@@ -152,8 +136,7 @@ void StepSheet::setCell(int row, int col, const QString& text, const QString& da
     touch(row, col, row, col);
 }
 
-void StepSheet::clear()
-{
+void StepSheet::clear() {
     for (int r = kFirstStepRow; r <= kLastStepRow; ++r) {
         m_disabled[std::size_t(r)] = false;
         for (int c = 1; c < kCols; ++c)
@@ -162,26 +145,22 @@ void StepSheet::clear()
     touch(kFirstStepRow, 0, kLastStepRow, kCols - 1);
 }
 
-bool StepSheet::isRowDisabled(int row) const
-{
+bool StepSheet::isRowDisabled(int row) const {
     return isStepRow(row) && m_disabled[std::size_t(row)];
 }
 
-void StepSheet::setRowDisabled(int row, bool disabled)
-{
+void StepSheet::setRowDisabled(int row, bool disabled) {
     if (!isStepRow(row) || m_disabled[std::size_t(row)] == disabled)
         return;
     m_disabled[std::size_t(row)] = disabled;
     touch(row, 0, row, kCols - 1);
 }
 
-quint32 StepSheet::normalColor(int col) const
-{
+quint32 StepSheet::normalColor(int col) const {
     return col >= 0 && col < kCols ? m_normalColors[std::size_t(col)] : sheetcolor::InputCell;
 }
 
-quint32 StepSheet::backColor(int row, int col) const
-{
+quint32 StepSheet::backColor(int row, int col) const {
     if (row == 0) {
         if (isOutputCol(col))
             return sheetcolor::OutputHeader;
@@ -194,20 +173,17 @@ quint32 StepSheet::backColor(int row, int col) const
     return normalColor(col);
 }
 
-quint32 StepSheet::foreColor(int row, int col) const
-{
+quint32 StepSheet::foreColor(int row, int col) const {
     if (row == 0 && (isOutputCol(col) || isInputCol(col)))
         return sheetcolor::HeaderText;
     return 0x000000;
 }
 
-void StepSheet::select(int row, int col)
-{
+void StepSheet::select(int row, int col) {
     setSelection(row, col, row, col);
 }
 
-void StepSheet::setSelection(int row, int col, int cornerRow, int cornerCol)
-{
+void StepSheet::setSelection(int row, int col, int cornerRow, int cornerCol) {
     auto clampRow = [](int r) { return std::clamp(r, 0, kRows - 1); };
     auto clampCol = [](int c) { return std::clamp(c, 0, kCols - 1); };
     m_row = clampRow(row);
@@ -218,30 +194,26 @@ void StepSheet::setSelection(int row, int col, int cornerRow, int cornerCol)
     notifySelection();
 }
 
-CellRect StepSheet::selection() const
-{
+CellRect StepSheet::selection() const {
     if (m_rowMode)
         return {std::min(m_row, m_cornerRow), 0, std::max(m_row, m_cornerRow), kCols - 1};
     return {std::min(m_row, m_cornerRow), std::min(m_col, m_cornerCol), std::max(m_row, m_cornerRow),
             std::max(m_col, m_cornerCol)};
 }
 
-void StepSheet::setRowSelectionMode(bool on)
-{
+void StepSheet::setRowSelectionMode(bool on) {
     if (m_rowMode == on)
         return;
     m_rowMode = on;
     notifySelection();
 }
 
-void StepSheet::notifySelection()
-{
+void StepSheet::notifySelection() {
     if (m_onSelection)
         m_onSelection();
 }
 
-void StepSheet::touch(int row1, int col1, int row2, int col2)
-{
+void StepSheet::touch(int row1, int col1, int row2, int col2) {
     ++m_revision;
     const CellRect r{row1, col1, row2, col2};
     if (m_batchDepth > 0) {
@@ -252,13 +224,11 @@ void StepSheet::touch(int row1, int col1, int row2, int col2)
         m_onChange(r);
 }
 
-StepSheet::Batch::Batch(StepSheet& sheet) : m_sheet(sheet)
-{
+StepSheet::Batch::Batch(StepSheet& sheet) : m_sheet(sheet) {
     ++m_sheet.m_batchDepth;
 }
 
-StepSheet::Batch::~Batch()
-{
+StepSheet::Batch::~Batch() {
     if (--m_sheet.m_batchDepth > 0 || m_sheet.m_pending.isEmpty())
         return;
     const CellRect r = m_sheet.m_pending;
@@ -267,8 +237,7 @@ StepSheet::Batch::~Batch()
         m_sheet.m_onChange(r);
 }
 
-QByteArray StepSheet::saveCells() const
-{
+QByteArray StepSheet::saveCells() const {
     QByteArray bytes;
     QDataStream out(&bytes, QIODevice::WriteOnly);
     out.setVersion(QDataStream::Qt_6_0);
@@ -281,8 +250,7 @@ QByteArray StepSheet::saveCells() const
     return bytes;
 }
 
-bool StepSheet::loadCells(const QByteArray& bytes)
-{
+bool StepSheet::loadCells(const QByteArray& bytes) {
     QDataStream in(bytes);
     in.setVersion(QDataStream::Qt_6_0);
     quint32 tag = 0;
@@ -291,8 +259,8 @@ bool StepSheet::loadCells(const QByteArray& bytes)
     qint32 cols = 0;
     bool inpFirst = false;
     in >> tag >> version >> rows >> cols >> inpFirst;
-    if (in.status() != QDataStream::Ok || tag != kSnapshotTag || version != kSnapshotVersion || rows != kRows
-        || cols != kCols || inpFirst != m_locateInpFirst)
+    if (in.status() != QDataStream::Ok || tag != kSnapshotTag || version != kSnapshotVersion ||
+        rows != kRows || cols != kCols || inpFirst != m_locateInpFirst)
         return false;
     // Read everything first: a truncated or damaged snapshot must not half-change the sheet.
     std::array<bool, kRows> disabled{};

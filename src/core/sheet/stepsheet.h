@@ -11,17 +11,17 @@ namespace vkm {
 // Colours as 0xRRGGBB (the GUI turns them into QColor with QColor::fromRgb).
 namespace sheetcolor {
 constexpr quint32 GridLine = 0x808080;
-constexpr quint32 CellBorder = 0xC0C0C0;      // silver, so neighbouring groups can be told apart
-constexpr quint32 OutputHeader = 0x000080;    // navy
-constexpr quint32 InputHeader = 0x006060;     // dark teal
+constexpr quint32 CellBorder = 0xC0C0C0;   // silver, so neighbouring groups can be told apart
+constexpr quint32 OutputHeader = 0x000080; // navy
+constexpr quint32 InputHeader = 0x006060;  // dark teal
 constexpr quint32 HeaderText = 0xFFFFFF;
-constexpr quint32 FixedHeader = 0xD4D0C8;     // header cells of the step number and remark columns
+constexpr quint32 FixedHeader = 0xD4D0C8; // header cells of the step number and remark columns
 constexpr quint32 StepColumn = 0xB9AA9D;
 constexpr quint32 RemarkColumn = 0xEFE5E0;
 constexpr quint32 OutputCell = 0xDFF0E0;
 constexpr quint32 InputCell = 0xFFFFFF;
-constexpr quint32 Disabled = 0xD0D0D0;        // a disabled (REM) row
-constexpr quint32 CategoryText = 0x808080;    // small grey category name in function cells
+constexpr quint32 Disabled = 0xD0D0D0;     // a disabled (REM) row
+constexpr quint32 CategoryText = 0x808080; // small grey category name in function cells
 } // namespace sheetcolor
 
 // What a column holds. The numbers are the machine editor's column kinds.
@@ -117,7 +117,8 @@ public:
     // Makes one cell current and the selection that single cell (what a failing check
     // does to point at its cell).
     void select(int row, int col);
-    // Anchor (current cell) and corner of the selection.
+    // Anchor (current cell) and corner of the selection; ends row-selection mode (set it
+    // again afterwards when whole rows are selected).
     void setSelection(int row, int col, int cornerRow, int cornerCol);
     CellRect selection() const; // normalised
     int cornerRow() const { return m_cornerRow; }
@@ -129,7 +130,9 @@ public:
     // Change notification -------------------------------------------------------------
     // Cells: called with the changed rectangle (text, data or colour); batched while a
     // Batch lives. Selection: called when the core moves the current cell or selection.
-    void setChangeListener(std::function<void(const CellRect&)> listener) { m_onChange = std::move(listener); }
+    void setChangeListener(std::function<void(const CellRect&)> listener) {
+        m_onChange = std::move(listener);
+    }
     void setSelectionListener(std::function<void()> listener) { m_onSelection = std::move(listener); }
     // Increases with every change of a cell or a row's state.
     quint64 revision() const { return m_revision; }
@@ -169,7 +172,7 @@ private:
     int m_colOut1 = 2;
     int m_colOut2 = 6;
     int m_colInp = 10;
-    std::array<Cell, std::size_t(kRows * kCols)> m_cells;
+    std::array<Cell, std::size_t(kRows* kCols)> m_cells;
     std::array<int, kCols> m_kinds{};
     std::array<quint32, kCols> m_normalColors{};
     std::array<bool, kRows> m_disabled{};

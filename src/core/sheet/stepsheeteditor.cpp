@@ -12,7 +12,8 @@
 namespace vkm {
 
 const QString StepSheetEditor::kStateList = QStringLiteral("#0;POS LEV|#1;POS EDG|#2;NEG LEV|#3;NEG EDG");
-const QString StepSheetEditor::kDelayKindList = QStringLiteral("#0;TIMER|#2;STC|#4;ANGLE1|#6;ANGLE2|#8;ANGLE3");
+const QString StepSheetEditor::kDelayKindList =
+    QStringLiteral("#0;TIMER|#2;STC|#4;ANGLE1|#6;ANGLE2|#8;ANGLE3");
 const QString StepSheetEditor::kLogicIoList = QStringLiteral("#0;LOW|#1;HIGH|#2;NOT");
 const QString StepSheetEditor::kLogicCountList = QStringLiteral("#4;INC|#5;DEC|#6;SET|#7;CLR|#8;ADD|#9;SUB");
 const QString StepSheetEditor::kRelList = QStringLiteral("#0;AND|#1;OR|#2;END");
@@ -22,8 +23,7 @@ const QString StepSheetEditor::kRelCountHighList = QStringLiteral("#3;>=|#4;<=|#
 namespace {
 const QString kEndOnlyList = QStringLiteral("#2;END");
 
-bool isFlowCategory(const QString& c)
-{
+bool isFlowCategory(const QString& c) {
     return c == cat::JMP || c == cat::SUB || c == cat::CALL || c == cat::RETURN;
 }
 } // namespace
@@ -31,37 +31,30 @@ bool isFlowCategory(const QString& c)
 StepSheetEditor::StepSheetEditor(const CSelections& selout, const CSelections& selinp, Prompter& prompter,
                                  bool isComparison, bool locateInpFirst, EditorHooks hooks)
     : m_sheet(locateInpFirst), m_selout(selout), m_selinp(selinp), m_prompter(prompter),
-      m_comparison(isComparison), m_hooks(std::move(hooks))
-{
-}
+      m_comparison(isComparison), m_hooks(std::move(hooks)) {}
 
 // ---- small cell helpers --------------------------------------------------------------
 
-bool StepSheetEditor::isStar(int row, int col) const
-{
+bool StepSheetEditor::isStar(int row, int col) const {
     return m_sheet.text(row, col) == QLatin1String(StepSheet::kStar);
 }
 
-bool StepSheetEditor::isEmptyCell(int row, int col) const
-{
+bool StepSheetEditor::isEmptyCell(int row, int col) const {
     return m_sheet.text(row, col).isEmpty();
 }
 
-int StepSheetEditor::cellValue(int row, int col) const
-{
+int StepSheetEditor::cellValue(int row, int col) const {
     return int(leadingInteger(m_sheet.text(row, col)));
 }
 
-void StepSheetEditor::setChanged()
-{
+void StepSheetEditor::setChanged() {
     if (m_hooks.changed)
         m_hooks.changed();
 }
 
 // ---- combo lists -------------------------------------------------------------------
 
-QString StepSheetEditor::comboList(int row, int col) const
-{
+QString StepSheetEditor::comboList(int row, int col) const {
     const int kc = m_sheet.groupStart(col);
     switch (m_sheet.colKind(col)) {
     case KindState:
@@ -90,20 +83,19 @@ QString StepSheetEditor::comboList(int row, int col) const
     return kEndOnlyList;
 }
 
-QString StepSheetEditor::CreateInpList(const QString& list)
-{
+QString StepSheetEditor::CreateInpList(const QString& list) {
     QString hint;
     for (const QString& entry : list.split(QLatin1Char('|'), Qt::SkipEmptyParts)) {
         const int semi = entry.indexOf(QLatin1Char(';'));
         if (!entry.startsWith(QLatin1Char('#')) || semi < 0)
             continue;
-        hint += QLatin1Char('[') + entry.mid(1, semi - 1) + QLatin1Char(']') + entry.mid(semi + 1) + QLatin1Char(' ');
+        hint += QLatin1Char('[') + entry.mid(1, semi - 1) + QLatin1Char(']') + entry.mid(semi + 1) +
+                QLatin1Char(' ');
     }
     return hint;
 }
 
-bool StepSheetEditor::listHasValue(const QString& list, const QString& value)
-{
+bool StepSheetEditor::listHasValue(const QString& list, const QString& value) {
     if (value.isEmpty())
         return false;
     for (const QString& entry : list.split(QLatin1Char('|'), Qt::SkipEmptyParts)) {
@@ -114,8 +106,7 @@ bool StepSheetEditor::listHasValue(const QString& list, const QString& value)
     return false;
 }
 
-QString StepSheetEditor::comboName(int row, int col) const
-{
+QString StepSheetEditor::comboName(int row, int col) const {
     const QString value = m_sheet.text(row, col);
     QString list = comboList(row, col);
     // A stored value outside the list offered now (a relation of a counter row read from
@@ -134,8 +125,7 @@ QString StepSheetEditor::comboName(int row, int col) const
 
 // ---- writing a program ---------------------------------------------------------------
 
-void StepSheetEditor::PasteData(const CSteps& steps)
-{
+void StepSheetEditor::PasteData(const CSteps& steps) {
     StepSheet::Batch batch(m_sheet);
     m_sheet.clear();
     ClearAllRem();
@@ -149,8 +139,7 @@ void StepSheetEditor::PasteData(const CSteps& steps)
     }
 }
 
-void StepSheetEditor::PasteThisData(const CStep& step, int row)
-{
+void StepSheetEditor::PasteThisData(const CStep& step, int row) {
     if (!StepSheet::isStepRow(row))
         return;
     StepSheet::Batch batch(m_sheet);
@@ -164,7 +153,8 @@ void StepSheetEditor::PasteThisData(const CStep& step, int row)
             m_sheet.setText(row, kc + 2, QString::number(out->DelayKind));
             const QString c = category(row, kc);
             // The program keeps half of a TIMER delay of an IN/OUT/RGST output.
-            const bool halved = (c == cat::IN || c == cat::OUT || c == cat::RGST) && out->DelayKind == DelayTimer;
+            const bool halved =
+                (c == cat::IN || c == cat::OUT || c == cat::RGST) && out->DelayKind == DelayTimer;
             m_sheet.setText(row, kc + 3, QString::number(qint64(out->DelayEtc) * (halved ? 2 : 1)));
         }
     }
@@ -191,8 +181,7 @@ void StepSheetEditor::PasteThisData(const CStep& step, int row)
     SprashThisRow(row);
 }
 
-void StepSheetEditor::WriteKino(int row, int col, bool clear, const CSelections& sels, int value)
-{
+void StepSheetEditor::WriteKino(int row, int col, bool clear, const CSelections& sels, int value) {
     if (clear) {
         m_sheet.setCell(row, col, QString(), QString());
         return;
@@ -208,18 +197,15 @@ void StepSheetEditor::WriteKino(int row, int col, bool clear, const CSelections&
     m_sheet.setCell(row, col, entry->Digital, sels.CategoryByValue(v));
 }
 
-void StepSheetEditor::SetStarCell(int row, int col, int mode)
-{
+void StepSheetEditor::SetStarCell(int row, int col, int mode) {
     m_sheet.setCell(row, col, mode == 1 ? QString::fromLatin1(StepSheet::kStar) : QString(), QString());
 }
 
-void StepSheetEditor::SprashThisRow(int row)
-{
+void StepSheetEditor::SprashThisRow(int row) {
     refreshStars(row);
 }
 
-void StepSheetEditor::CannotEditOp1(const QString& category, int row, int col)
-{
+void StepSheetEditor::CannotEditOp1(const QString& category, int row, int col) {
     if (!isFlowCategory(category))
         return;
     SetStarCell(row, col + 2, 1);
@@ -234,8 +220,7 @@ void StepSheetEditor::CannotEditOp1(const QString& category, int row, int col)
 
 // Works out which cells of the row the "***" rules cover and makes the row say so:
 // covered cells get "***", "***" cells no rule covers any more go back to empty.
-void StepSheetEditor::refreshStars(int row)
-{
+void StepSheetEditor::refreshStars(int row) {
     if (!StepSheet::isStepRow(row))
         return;
     StepSheet::Batch batch(m_sheet);
@@ -291,13 +276,11 @@ void StepSheetEditor::refreshStars(int row)
     }
 }
 
-void StepSheetEditor::DoGyoMuko(int row, bool disable)
-{
+void StepSheetEditor::DoGyoMuko(int row, bool disable) {
     m_sheet.setRowDisabled(row, disable);
 }
 
-void StepSheetEditor::ClearAllRem()
-{
+void StepSheetEditor::ClearAllRem() {
     StepSheet::Batch batch(m_sheet);
     for (int r = StepSheet::kFirstStepRow; r <= StepSheet::kLastStepRow; ++r)
         m_sheet.setRowDisabled(r, false);
@@ -305,8 +288,7 @@ void StepSheetEditor::ClearAllRem()
 
 // ---- clearing -------------------------------------------------------------------
 
-bool StepSheetEditor::MustNotDelete(int row, int col) const
-{
+bool StepSheetEditor::MustNotDelete(int row, int col) const {
     if (isStar(row, col))
         return true;
     switch (m_sheet.colKind(col)) {
@@ -321,8 +303,7 @@ bool StepSheetEditor::MustNotDelete(int row, int col) const
     }
 }
 
-void StepSheetEditor::ResetThisColBlock(int row, int col)
-{
+void StepSheetEditor::ResetThisColBlock(int row, int col) {
     const int kc = m_sheet.groupStart(col);
     if (kc < 0 || !StepSheet::isStepRow(row))
         return;
@@ -339,8 +320,7 @@ void StepSheetEditor::ResetThisColBlock(int row, int col)
     refreshStars(row);
 }
 
-void StepSheetEditor::ClearCells(int row, int col)
-{
+void StepSheetEditor::ClearCells(int row, int col) {
     if (!StepSheet::isStepRow(row) || col < 1)
         return;
     StepSheet::Batch batch(m_sheet);
@@ -348,8 +328,7 @@ void StepSheetEditor::ClearCells(int row, int col)
     refreshStars(row);
 }
 
-bool StepSheetEditor::DeleteOp()
-{
+bool StepSheetEditor::DeleteOp() {
     if (m_sheet.rowSelectionMode()) {
         if (!m_comparison)
             m_prompter.showMessage(151, 2);
@@ -359,8 +338,7 @@ bool StepSheetEditor::DeleteOp()
     return DeleteOp(r.row1, r.col1, r.row2, r.col2);
 }
 
-bool StepSheetEditor::DeleteOp(int row1, int col1, int row2, int col2)
-{
+bool StepSheetEditor::DeleteOp(int row1, int col1, int row2, int col2) {
     if (m_comparison)
         return false;
     row1 = std::max(row1, StepSheet::kFirstStepRow);
@@ -392,13 +370,11 @@ bool StepSheetEditor::DeleteOp(int row1, int col1, int row2, int col2)
 
 // ---- row queries ------------------------------------------------------------------
 
-bool StepSheetEditor::ExistsValidRow(int row) const
-{
+bool StepSheetEditor::ExistsValidRow(int row) const {
     return !isEmptyCell(row, m_sheet.GetcolOutKino1());
 }
 
-bool StepSheetEditor::ExistsEND(int row, int startCol, bool toRight) const
-{
+bool StepSheetEditor::ExistsEND(int row, int startCol, bool toRight) const {
     const int from = startCol - 1;
     const int to = toRight ? StepSheet::kCols - 1 : m_sheet.colInp();
     const int step = toRight ? 1 : -1;
@@ -411,35 +387,30 @@ bool StepSheetEditor::ExistsEND(int row, int startCol, bool toRight) const
     return false;
 }
 
-bool StepSheetEditor::TopIsCOUNT(int row) const
-{
+bool StepSheetEditor::TopIsCOUNT(int row) const {
     return row != -1 && category(row, m_sheet.colInp()) == cat::COUNT;
 }
 
-bool StepSheetEditor::RowHasAllInput(int row) const
-{
+bool StepSheetEditor::RowHasAllInput(int row) const {
     for (int g = 1; g <= 4; ++g)
         if (category(row, m_sheet.inputGroupCol(g)) == cat::ALL)
             return true;
     return false;
 }
 
-bool StepSheetEditor::RowHasReturnOutput(int row) const
-{
-    return category(row, m_sheet.GetcolOutKino1()) == cat::RETURN
-        || category(row, m_sheet.GetcolOutKino2()) == cat::RETURN;
+bool StepSheetEditor::RowHasReturnOutput(int row) const {
+    return category(row, m_sheet.GetcolOutKino1()) == cat::RETURN ||
+           category(row, m_sheet.GetcolOutKino2()) == cat::RETURN;
 }
 
-bool StepSheetEditor::InputSomething(int row) const
-{
+bool StepSheetEditor::InputSomething(int row) const {
     for (int c = 1; c < StepSheet::kCols; ++c)
         if (!isEmptyCell(row, c))
             return true;
     return false;
 }
 
-bool StepSheetEditor::ExistsInputItem(int row, int group) const
-{
+bool StepSheetEditor::ExistsInputItem(int row, int group) const {
     const int kc = m_sheet.inputGroupCol(group);
     for (int i = 0; i < 3; ++i)
         if (!isEmptyCell(row, kc + i))
@@ -447,32 +418,28 @@ bool StepSheetEditor::ExistsInputItem(int row, int group) const
     return false;
 }
 
-int StepSheetEditor::GetVacantStepInp(int row) const
-{
+int StepSheetEditor::GetVacantStepInp(int row) const {
     for (int g = 1; g <= 4; ++g)
         if (isEmptyCell(row, m_sheet.inputGroupCol(g)))
             return g;
     return 0;
 }
 
-int StepSheetEditor::GetLastInputRow() const
-{
+int StepSheetEditor::GetLastInputRow() const {
     for (int r = StepSheet::kLastStepRow; r >= StepSheet::kFirstStepRow; --r)
         if (InputSomething(r))
             return r;
     return -1;
 }
 
-int StepSheetEditor::FindLastRow(int firstRow) const
-{
+int StepSheetEditor::FindLastRow(int firstRow) const {
     for (int r = StepSheet::kLastStepRow; r >= std::max(firstRow, StepSheet::kFirstStepRow); --r)
         if (ExistsValidRow(r))
             return r;
     return -1;
 }
 
-bool StepSheetEditor::SafeBottomRow(int count) const
-{
+bool StepSheetEditor::SafeBottomRow(int count) const {
     return std::max(GetLastInputRow(), 0) + count <= StepSheet::kLastStepRow;
 }
 
@@ -482,8 +449,7 @@ namespace {
 const char* const kCounterPatterns[] = {"01", "00", "011", "001", "010", "000"};
 }
 
-int StepSheetEditor::GetCounterId(int row) const
-{
+int StepSheetEditor::GetCounterId(int row) const {
     const int ci = m_sheet.colInp();
     QString pattern = QStringLiteral("0");
     pattern += IsJyosu(m_sheet.text(row, ci + 3)) ? QLatin1Char('1') : QLatin1Char('0');
@@ -495,16 +461,14 @@ int StepSheetEditor::GetCounterId(int row) const
     return 0;
 }
 
-bool StepSheetEditor::MustJyosu(int counterId, int group)
-{
+bool StepSheetEditor::MustJyosu(int counterId, int group) {
     if (counterId < 0 || counterId > 5 || group < 1)
         return false;
     const QLatin1String pattern(kCounterPatterns[counterId]);
     return group <= pattern.size() && pattern[group - 1] == QLatin1Char('1');
 }
 
-bool StepSheetEditor::IsJyosu(const QString& text)
-{
+bool StepSheetEditor::IsJyosu(const QString& text) {
     const QString t = text.trimmed();
     if (t.isEmpty() || t.size() > 5)
         return false;

@@ -23,12 +23,12 @@ using FunctionChooser = std::function<std::optional<int>(int inOut, int orgValue
 
 // What the window around the editor wants to hear of. Every hook may be empty.
 struct EditorHooks {
-    FunctionChooser chooseFunction;        // F2 / double click on a function cell
-    CategoryChooser chooseCategory;        // a digital text shared by several categories
-    std::function<void()> changed;         // sets the document's IsChanged
+    FunctionChooser chooseFunction;            // F2 / double click on a function cell
+    CategoryChooser chooseCategory;            // a digital text shared by several categories
+    std::function<void()> changed;             // sets the document's IsChanged
     std::function<void(int row)> pulseRefresh; // after an edit: refresh (or open) the pulse editor
     std::function<void(int row, int col)> functionChanged; // tells an open find window
-    std::function<void()> snapshot;        // takes an undo snapshot before a block is cleared
+    std::function<void()> snapshot;                        // takes an undo snapshot before a block is cleared
 };
 
 // The cell a failing check pointed at (row and column -1 when it selects none).
@@ -62,8 +62,8 @@ enum class F2Action { Nothing, FunctionWritten, StartEdit };
 // through the prompter (style 2); nothing here touches a widget.
 class StepSheetEditor {
 public:
-    StepSheetEditor(const CSelections& selout, const CSelections& selinp, Prompter& prompter, bool isComparison,
-                    bool locateInpFirst, EditorHooks hooks = {});
+    StepSheetEditor(const CSelections& selout, const CSelections& selinp, Prompter& prompter,
+                    bool isComparison, bool locateInpFirst, EditorHooks hooks = {});
 
     StepSheet& sheet() { return m_sheet; }
     const StepSheet& sheet() const { return m_sheet; }

@@ -7,53 +7,46 @@
 #include "base/prompter.h"
 #include "catalogue/cselections.h"
 #include "model/codes.h"
-#include "model/csteps.h"
 #include "model/cstepouts.h"
+#include "model/csteps.h"
 
 namespace vkm {
 
 namespace {
 constexpr int kRemarkBytes = 20;
 
-bool isFlowCategory(const QString& c)
-{
+bool isFlowCategory(const QString& c) {
     return c == cat::JMP || c == cat::SUB || c == cat::CALL || c == cat::RETURN;
 }
 
-bool isFlowOutput(const QString& c)
-{
+bool isFlowOutput(const QString& c) {
     return c == cat::JMP || c == cat::CALL || c == cat::RETURN;
 }
 } // namespace
 
-bool StepSheetEditor::DoesCannotEdit(int row, int col) const
-{
+bool StepSheetEditor::DoesCannotEdit(int row, int col) const {
     return isStar(row, col);
 }
 
-bool StepSheetEditor::CheckEditable(int row, int col)
-{
+bool StepSheetEditor::CheckEditable(int row, int col) {
     if (!DoesCannotEdit(row, col))
         return true;
     m_prompter.showMessage(42, 2);
     return false;
 }
 
-bool StepSheetEditor::MustInputCell(int row, int col)
-{
+bool StepSheetEditor::MustInputCell(int row, int col) {
     if (!isEmptyCell(row, col))
         return true;
     m_prompter.showMessage(46, 2, m_sheet.headerText(col));
     return false;
 }
 
-bool StepSheetEditor::MustIMEON(int, int col) const
-{
+bool StepSheetEditor::MustIMEON(int, int col) const {
     return m_sheet.colKind(col) == KindRemark;
 }
 
-bool StepSheetEditor::startEditRelation(int row, int col)
-{
+bool StepSheetEditor::startEditRelation(int row, int col) {
     if (!MustInputCell(row, m_sheet.groupStart(col)))
         return false;
     const int group = m_sheet.groupOf(col);
@@ -70,8 +63,7 @@ bool StepSheetEditor::startEditRelation(int row, int col)
     return true;
 }
 
-StartEditResult StepSheetEditor::fg_StartEdit(int row, int col)
-{
+StartEditResult StepSheetEditor::fg_StartEdit(int row, int col) {
     StartEditResult result;
     if (m_comparison || !StepSheet::isStepRow(row) || col < 1 || col >= StepSheet::kCols)
         return result;
@@ -121,8 +113,7 @@ StartEditResult StepSheetEditor::fg_StartEdit(int row, int col)
     return result;
 }
 
-ValidateResult StepSheetEditor::fg_ValidateEdit(int row, int col, const QString& text)
-{
+ValidateResult StepSheetEditor::fg_ValidateEdit(int row, int col, const QString& text) {
     if (m_comparison || !StepSheet::isStepRow(row) || col < 1)
         return {false, m_sheet.text(row, col)};
     switch (m_sheet.colKind(col)) {
@@ -143,8 +134,7 @@ ValidateResult StepSheetEditor::fg_ValidateEdit(int row, int col, const QString&
     }
 }
 
-void StepSheetEditor::fg_AfterEdit(int row, int col)
-{
+void StepSheetEditor::fg_AfterEdit(int row, int col) {
     if (m_comparison || !StepSheet::isStepRow(row))
         return;
     if (m_sheet.text(row, col) != m_textBefore)
@@ -154,8 +144,7 @@ void StepSheetEditor::fg_AfterEdit(int row, int col)
         m_hooks.pulseRefresh(row);
 }
 
-bool StepSheetEditor::enterText(int row, int col, const QString& text)
-{
+bool StepSheetEditor::enterText(int row, int col, const QString& text) {
     if (!fg_StartEdit(row, col).allowed)
         return false;
     if (!fg_ValidateEdit(row, col, text).accepted)
@@ -164,8 +153,7 @@ bool StepSheetEditor::enterText(int row, int col, const QString& text)
     return true;
 }
 
-ValidateResult StepSheetEditor::validateRemark(int row, int col, const QString& text)
-{
+ValidateResult StepSheetEditor::validateRemark(int row, int col, const QString& text) {
     if (LegacyText::byteLength(text) > kRemarkBytes) {
         m_prompter.showMessage(56, 2, QString::number(kRemarkBytes));
         return {false, m_sheet.text(row, col)};
@@ -174,21 +162,18 @@ ValidateResult StepSheetEditor::validateRemark(int row, int col, const QString& 
     return {true, text};
 }
 
-void StepSheetEditor::delayRange(int row, int outKinoCol, qint32& lMin, qint32& lMax) const
-{
+void StepSheetEditor::delayRange(int row, int outKinoCol, qint32& lMin, qint32& lMax) const {
     const int kc = outKinoCol;
     const int delayKind = isStar(row, kc + 2) ? 0 : cellValue(row, kc + 2);
-    GetValueRange(category(row, kc), m_sheet.text(row, kc), 2, cellValue(row, kc + 1), delayKind, m_selout, m_selinp,
-                  lMin, lMax);
+    GetValueRange(category(row, kc), m_sheet.text(row, kc), 2, cellValue(row, kc + 1), delayKind, m_selout,
+                  m_selinp, lMin, lMax);
 }
 
-void StepSheetEditor::counterRange(int row, qint32& lMin, qint32& lMax) const
-{
+void StepSheetEditor::counterRange(int row, qint32& lMin, qint32& lMax) const {
     GetValueRange(cat::COUNT, m_sheet.text(row, m_sheet.colInp()), 1, 0, 0, m_selout, m_selinp, lMin, lMax);
 }
 
-ValidateResult StepSheetEditor::validateDelay(int row, int col, const QString& text)
-{
+ValidateResult StepSheetEditor::validateDelay(int row, int col, const QString& text) {
     const QString stored = m_sheet.text(row, col);
     const QString t = text.trimmed();
     if (t.isEmpty() || !isNumeric(t)) {
@@ -212,8 +197,7 @@ ValidateResult StepSheetEditor::validateDelay(int row, int col, const QString& t
     return {true, m_sheet.text(row, col)};
 }
 
-ValidateResult StepSheetEditor::validateCombo(int row, int col, const QString& text)
-{
+ValidateResult StepSheetEditor::validateCombo(int row, int col, const QString& text) {
     if (!listHasValue(comboList(row, col), text)) {
         m_prompter.showMessage(67, 2);
         return {false, m_sheet.text(row, col)};
@@ -222,8 +206,7 @@ ValidateResult StepSheetEditor::validateCombo(int row, int col, const QString& t
     return {true, text};
 }
 
-ValidateResult StepSheetEditor::validateFunction(int row, int col, const QString& upper)
-{
+ValidateResult StepSheetEditor::validateFunction(int row, int col, const QString& upper) {
     const QString stored = m_sheet.text(row, col);
     if (upper.isEmpty()) {
         // Emptying a function cell takes its group with it, as the Delete key does.
@@ -247,8 +230,7 @@ ValidateResult StepSheetEditor::validateFunction(int row, int col, const QString
     return {true, m_sheet.text(row, col)};
 }
 
-ValidateResult StepSheetEditor::ExactInputKino(int row, int col, const QString& text)
-{
+ValidateResult StepSheetEditor::ExactInputKino(int row, int col, const QString& text) {
     const QString stored = m_sheet.text(row, col);
     const QString upper = text.trimmed().toUpper();
     if (TopIsCOUNT(row) && m_sheet.groupOf(col) > 1) {
@@ -282,8 +264,7 @@ ValidateResult StepSheetEditor::ExactInputKino(int row, int col, const QString& 
     return acceptInput(row, col, c, m_selinp.ValueByDigital(c, upper));
 }
 
-ValidateResult StepSheetEditor::acceptInput(int row, int col, const QString& category, int value)
-{
+ValidateResult StepSheetEditor::acceptInput(int row, int col, const QString& category, int value) {
     const QString stored = m_sheet.text(row, col);
     const int group = m_sheet.groupOf(col);
     if (TopIsCOUNT(row) && group > 1) {
@@ -318,19 +299,18 @@ ValidateResult StepSheetEditor::acceptInput(int row, int col, const QString& cat
     return {true, m_sheet.text(row, col)};
 }
 
-bool StepSheetEditor::ExactJyosu(int row, int, const QString& text)
-{
+bool StepSheetEditor::ExactJyosu(int row, int, const QString& text) {
     qint32 lMin = 0;
     qint32 lMax = 0;
     counterRange(row, lMin, lMax);
-    const bool ok = IsJyosu(text) && text.trimmed().toLongLong() >= lMin && text.trimmed().toLongLong() <= lMax;
+    const bool ok =
+        IsJyosu(text) && text.trimmed().toLongLong() >= lMin && text.trimmed().toLongLong() <= lMax;
     if (!ok)
         m_prompter.showMessage(81, 2, QString::number(lMin), QString::number(lMax));
     return ok;
 }
 
-void StepSheetEditor::writeCounterOperand(int row, int col, const QString& number)
-{
+void StepSheetEditor::writeCounterOperand(int row, int col, const QString& number) {
     const QString text = QString::number(number.trimmed().toLongLong());
     if (m_sheet.text(row, col) == text && m_sheet.data(row, col).isEmpty())
         return;
@@ -340,8 +320,7 @@ void StepSheetEditor::writeCounterOperand(int row, int col, const QString& numbe
     setChanged();
 }
 
-bool StepSheetEditor::CanInputOut(int row, int col, int value)
-{
+bool StepSheetEditor::CanInputOut(int row, int col, int value) {
     if (!isFlowOutput(m_selout.CategoryByValue(qint16(value))))
         return true;
     const int other = col == m_sheet.GetcolOutKino1() ? m_sheet.GetcolOutKino2() : m_sheet.GetcolOutKino1();
@@ -351,15 +330,13 @@ bool StepSheetEditor::CanInputOut(int row, int col, int value)
     return false;
 }
 
-bool StepSheetEditor::DoesSameCaegory(int side, const QString& oldCategory, const QString& newCategory)
-{
+bool StepSheetEditor::DoesSameCaegory(int side, const QString& oldCategory, const QString& newCategory) {
     if (side == 1)
         return (oldCategory == cat::COUNT) == (newCategory == cat::COUNT);
     return oldCategory == newCategory;
 }
 
-bool StepSheetEditor::UpdateKinoOutInp(int row, int col, const QString& category, int value)
-{
+bool StepSheetEditor::UpdateKinoOutInp(int row, int col, const QString& category, int value) {
     if (m_comparison || !StepSheet::isStepRow(row))
         return false;
     const bool output = m_sheet.isOutputCol(col);
@@ -390,8 +367,7 @@ bool StepSheetEditor::UpdateKinoOutInp(int row, int col, const QString& category
     return true;
 }
 
-bool StepSheetEditor::SpaceOp(int row, int col)
-{
+bool StepSheetEditor::SpaceOp(int row, int col) {
     const int kind = m_sheet.colKind(col);
     if (m_comparison || (kind != KindLogic && kind != KindDelayKind && kind != KindState && kind != KindRel))
         return false;
@@ -410,8 +386,7 @@ bool StepSheetEditor::SpaceOp(int row, int col)
     return false;
 }
 
-F2Action StepSheetEditor::F2InputOp(int row, int col)
-{
+F2Action StepSheetEditor::F2InputOp(int row, int col) {
     const int kind = m_sheet.colKind(col);
     if (m_comparison || !fg_StartEdit(row, col).allowed)
         return F2Action::Nothing;
@@ -435,8 +410,7 @@ F2Action StepSheetEditor::F2InputOp(int row, int col)
     return ok ? F2Action::FunctionWritten : F2Action::Nothing;
 }
 
-bool StepSheetEditor::typeCharacter(int row, int col, QChar ch)
-{
+bool StepSheetEditor::typeCharacter(int row, int col, QChar ch) {
     if (m_comparison || !(ch.unicode() >= 33))
         return false;
     const StartEditResult start = fg_StartEdit(row, col);
@@ -449,8 +423,7 @@ bool StepSheetEditor::typeCharacter(int row, int col, QChar ch)
     return true;
 }
 
-QString StepSheetEditor::hintText(int row, int col) const
-{
+QString StepSheetEditor::hintText(int row, int col) const {
     static const QString cannot = QStringLiteral("Cannot edit this cell.");
     if (m_comparison || !StepSheet::isStepRow(row) || col < 1 || col >= StepSheet::kCols)
         return {};
@@ -467,16 +440,18 @@ QString StepSheetEditor::hintText(int row, int col) const
         QString hint = QStringLiteral("Dialogue:[F2], DoubleClick    Can input directly");
         if (!output && TopIsCOUNT(row) && m_sheet.ColIs2or3Grp(col)) {
             counterRange(row, lMin, lMax);
-            hint += QStringLiteral("   Max:") + QString::number(lMax) + QStringLiteral("  Min:") + QString::number(lMin);
+            hint += QStringLiteral("   Max:") + QString::number(lMax) + QStringLiteral("  Min:") +
+                    QString::number(lMin);
         }
         return hint;
     }
     if (isEmptyCell(row, kc))
-        return output ? QStringLiteral("Input output function at first.") : QStringLiteral("Input input function at first.");
+        return output ? QStringLiteral("Input output function at first.")
+                      : QStringLiteral("Input input function at first.");
     if (kind == KindDelayValue) {
         delayRange(row, kc, lMin, lMax);
-        return QStringLiteral("Edit:[F2], DoubleClick") + QStringLiteral("   Max:") + QString::number(lMax)
-            + QStringLiteral("  Min:") + QString::number(lMin);
+        return QStringLiteral("Edit:[F2], DoubleClick") + QStringLiteral("   Max:") + QString::number(lMax) +
+               QStringLiteral("  Min:") + QString::number(lMin);
     }
     if (kind == KindLogic && isFlowCategory(category(row, kc)))
         return cannot;
@@ -486,8 +461,8 @@ QString StepSheetEditor::hintText(int row, int col) const
         if (group == 4 || (TopIsCOUNT(row) && (group == 3 || endLocked)))
             return cannot;
     }
-    return QStringLiteral("Combo:[F2]->[F4]    Direct:") + CreateInpList(comboList(row, col))
-        + QStringLiteral("   Toggle:[SPACE]");
+    return QStringLiteral("Combo:[F2]->[F4]    Direct:") + CreateInpList(comboList(row, col)) +
+           QStringLiteral("   Toggle:[SPACE]");
 }
 
 } // namespace vkm

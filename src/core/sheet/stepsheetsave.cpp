@@ -8,19 +8,18 @@
 
 namespace vkm {
 
-qint32 StepSheetEditor::GetDelayToSave(int row, int outKinoCol) const
-{
+qint32 StepSheetEditor::GetDelayToSave(int row, int outKinoCol) const {
     const QString c = category(row, outKinoCol);
     const qint64 shown = leadingInteger(m_sheet.text(row, outKinoCol + 3));
     // The program keeps half of a TIMER delay of an IN/OUT/RGST output; the even check
     // makes the halving exact.
-    if ((c == cat::IN || c == cat::OUT || c == cat::RGST) && m_sheet.text(row, outKinoCol + 2) == QLatin1String("0"))
+    if ((c == cat::IN || c == cat::OUT || c == cat::RGST) &&
+        m_sheet.text(row, outKinoCol + 2) == QLatin1String("0"))
         return qint32(shown / 2);
     return qint32(shown);
 }
 
-std::shared_ptr<CStepOuts> StepSheetEditor::buildOutputs(int row) const
-{
+std::shared_ptr<CStepOuts> StepSheetEditor::buildOutputs(int row) const {
     auto outs = std::make_shared<CStepOuts>();
     for (int g = 1; g <= 2; ++g) {
         const int kc = m_sheet.outputGroupCol(g);
@@ -34,13 +33,13 @@ std::shared_ptr<CStepOuts> StepSheetEditor::buildOutputs(int row) const
             return nullptr;
         const int logic = isStar(row, kc + 1) ? 0 : cellValue(row, kc + 1);
         const int delayKind = isStar(row, kc + 2) ? 0 : cellValue(row, kc + 2);
-        outs->Add(g, m_selout.ValueByDigital(c, digital), logic, delayKind, GetDelayToSave(row, kc), m_selout);
+        outs->Add(g, m_selout.ValueByDigital(c, digital), logic, delayKind, GetDelayToSave(row, kc),
+                  m_selout);
     }
     return outs;
 }
 
-std::shared_ptr<CStepInps> StepSheetEditor::buildInputs(int row) const
-{
+std::shared_ptr<CStepInps> StepSheetEditor::buildInputs(int row) const {
     auto inps = std::make_shared<CStepInps>();
     const bool counter = TopIsCOUNT(row);
     if (counter)
@@ -69,8 +68,7 @@ std::shared_ptr<CStepInps> StepSheetEditor::buildInputs(int row) const
     return inps;
 }
 
-bool StepSheetEditor::AddValidRow(CSteps& steps, int row) const
-{
+bool StepSheetEditor::AddValidRow(CSteps& steps, int row) const {
     const auto outs = buildOutputs(row);
     const auto inps = outs ? buildInputs(row) : nullptr;
     if (!outs || !inps)
@@ -79,8 +77,7 @@ bool StepSheetEditor::AddValidRow(CSteps& steps, int row) const
     return true;
 }
 
-bool StepSheetEditor::Update_step(const CSteps& current, CSteps& newProgram) const
-{
+bool StepSheetEditor::Update_step(const CSteps& current, CSteps& newProgram) const {
     CSteps fresh;
     fresh.Password = current.Password;
     fresh.Author = current.Author;
@@ -92,7 +89,8 @@ bool StepSheetEditor::Update_step(const CSteps& current, CSteps& newProgram) con
             if (!AddValidRow(fresh, r))
                 return false;
         } else if (!remark.isEmpty()) {
-            fresh.Add(std::make_shared<CStepOuts>(), std::make_shared<CStepInps>(), remark, false, IsRowDisabled(r));
+            fresh.Add(std::make_shared<CStepOuts>(), std::make_shared<CStepInps>(), remark, false,
+                      IsRowDisabled(r));
         } else {
             fresh.Add(nullptr, nullptr, QString(), true, false);
         }

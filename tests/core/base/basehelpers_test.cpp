@@ -11,14 +11,13 @@
 #include <QSet>
 #include <gtest/gtest.h>
 
-TEST(Number, LeadingNumberOfText)
-{
+TEST(Number, LeadingNumberOfText) {
     const struct {
         const char* text;
         qint64 integer;
     } cases[] = {
-        {"12.5", 12}, {"13.5", 14}, {"-2.5", -2}, {"0.5", 0}, {"1.5", 2},   {"abc", 0},
-        {"", 0},      {"  7x", 7},  {"\t42", 42}, {"+9", 9},  {"1e3", 1000}, {"3e", 3},
+        {"12.5", 12}, {"13.5", 14}, {"-2.5", -2},  {"0.5", 0},  {"1.5", 2},    {"abc", 0},
+        {"", 0},      {"  7x", 7},  {"\t42", 42},  {"+9", 9},   {"1e3", 1000}, {"3e", 3},
         {".5", 0},    {"-", 0},     {"12 34", 12}, {"0x1F", 0},
     };
     for (const auto& c : cases)
@@ -26,38 +25,41 @@ TEST(Number, LeadingNumberOfText)
     EXPECT_DOUBLE_EQ(vkm::leadingNumber(QStringLiteral(" 2.25kg")), 2.25);
 }
 
-TEST(Number, SixteenBitRange)
-{
+TEST(Number, SixteenBitRange) {
     const struct {
         const char* text;
         std::optional<qint16> value;
     } cases[] = {
-        {"32767", 32767},  {"32767.4", 32767}, {"32767.5", std::nullopt}, {"32768", std::nullopt},
-        {"-32768", -32768}, {"-32769", std::nullopt}, {"x", 0}, {"1e9", std::nullopt},
+        {"32767", 32767},
+        {"32767.4", 32767},
+        {"32767.5", std::nullopt},
+        {"32768", std::nullopt},
+        {"-32768", -32768},
+        {"-32769", std::nullopt},
+        {"x", 0},
+        {"1e9", std::nullopt},
     };
     for (const auto& c : cases)
         EXPECT_EQ(vkm::leadingInt16(QString::fromLatin1(c.text)), c.value) << c.text;
 }
 
-TEST(Number, WholeTextNumeric)
-{
+TEST(Number, WholeTextNumeric) {
     for (const char* yes : {"0", " 12 ", "-3.5", "1e4", "+7"})
         EXPECT_TRUE(vkm::isNumeric(QString::fromLatin1(yes))) << yes;
     for (const char* no : {"", " ", "7x", "abc", "1 2", "-", "."})
         EXPECT_FALSE(vkm::isNumeric(QString::fromLatin1(no))) << no;
 }
 
-TEST(LegacyText, ByteLengthsAndRoundTripInCodePage932)
-{
+TEST(LegacyText, ByteLengthsAndRoundTripInCodePage932) {
     ASSERT_TRUE(vkm::LegacyText::setCodePage(QStringLiteral("windows-31j")));
     const struct {
         QString text;
         int bytes;
     } cases[] = {
         {QStringLiteral("ABC 123"), 7},
-        {QStringLiteral("\u3042\u3044"), 4},        // hiragana: two bytes each
-        {QStringLiteral("\uff71"), 1},              // half-width katakana: one byte
-        {QStringLiteral("A\u6f22\u5b57B"), 6},      // kanji between letters
+        {QStringLiteral("\u3042\u3044"), 4},   // hiragana: two bytes each
+        {QStringLiteral("\uff71"), 1},         // half-width katakana: one byte
+        {QStringLiteral("A\u6f22\u5b57B"), 6}, // kanji between letters
         {QString(), 0},
     };
     for (const auto& c : cases) {
@@ -71,13 +73,12 @@ TEST(LegacyText, ByteLengthsAndRoundTripInCodePage932)
     EXPECT_EQ(vkm::LegacyText::codePage(), QStringLiteral("windows-31j"));
 }
 
-TEST(TempFolder, PrivateFolderAndUniqueNames)
-{
+TEST(TempFolder, PrivateFolderAndUniqueNames) {
     vkm::TempFolder& folder = vkm::TempFolder::instance();
     const QFileInfo info(folder.path());
     ASSERT_TRUE(info.isDir());
-    const QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther
-                                      | QFile::WriteOther | QFile::ExeOther;
+    const QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                      QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
     EXPECT_EQ(info.permissions() & others, QFile::Permissions());
     EXPECT_TRUE(info.permissions() & QFile::WriteOwner);
 
@@ -100,8 +101,7 @@ TEST(TempFolder, PrivateFolderAndUniqueNames)
     EXPECT_TRUE(QFileInfo(folder.path()).isDir());
 }
 
-TEST(ErrorReporter, LogSinkAppendsAndPassesOn)
-{
+TEST(ErrorReporter, LogSinkAppendsAndPassesOn) {
     vkm::test::Scratch scratch;
     vkm::CapturingErrorSink next;
     const QString log = scratch.file(QStringLiteral("logs/error.log")); // folder created on demand
@@ -120,8 +120,7 @@ TEST(ErrorReporter, LogSinkAppendsAndPassesOn)
     EXPECT_EQ(next.reports()[0].text, QStringLiteral("File not found"));
 }
 
-TEST(ErrorReporter, CapturingSinkRestoresThePreviousOne)
-{
+TEST(ErrorReporter, CapturingSinkRestoresThePreviousOne) {
     vkm::ErrorSink* before = vkm::ErrorReporter::sink();
     {
         vkm::CapturingErrorSink outer;
@@ -136,8 +135,7 @@ TEST(ErrorReporter, CapturingSinkRestoresThePreviousOne)
     EXPECT_EQ(vkm::ErrorReporter::sink(), before);
 }
 
-TEST(Hikisu, FileNameFromTheCommandLine)
-{
+TEST(Hikisu, FileNameFromTheCommandLine) {
     vkm::test::Scratch scratch;
     const QString spaced = scratch.write(QStringLiteral("my program.gsp"), "x");
     const QString plain = scratch.write(QStringLiteral("plain.gsp"), "x");
@@ -149,7 +147,7 @@ TEST(Hikisu, FileNameFromTheCommandLine)
         {QString(), QString()},
         {"\"" + spaced + "\" /p extra", spaced},
         {"\"" + spaced + "\"", spaced},
-        {"\"" + spaced, spaced},             // no closing quote: the rest of the line
+        {"\"" + spaced, spaced}, // no closing quote: the rest of the line
         {plain, plain},
         {"  " + plain + "  ", plain},
         {missing, QString()},

@@ -138,8 +138,7 @@ const Expected kCaptionTexts[] = {
 
 } // namespace
 
-TEST(Messages, SingleTextMessagesShowTheirTextAndIgnoreArguments)
-{
+TEST(Messages, SingleTextMessagesShowTheirTextAndIgnoreArguments) {
     for (const Expected& e : kSingleTexts) {
         SCOPED_TRACE(e.number);
         EXPECT_EQ(messageText(e.number), QString::fromUtf8(e.text));
@@ -148,8 +147,7 @@ TEST(Messages, SingleTextMessagesShowTheirTextAndIgnoreArguments)
     }
 }
 
-TEST(Messages, CaptionTextsAreLoadedByNumberButAreNoMessages)
-{
+TEST(Messages, CaptionTextsAreLoadedByNumberButAreNoMessages) {
     for (const Expected& e : kCaptionTexts) {
         SCOPED_TRACE(e.number);
         EXPECT_EQ(LoadMessageText(e.number), QString::fromUtf8(e.text));
@@ -157,8 +155,7 @@ TEST(Messages, CaptionTextsAreLoadedByNumberButAreNoMessages)
     }
 }
 
-TEST(Messages, ComposedMessages)
-{
+TEST(Messages, ComposedMessages) {
     const QString a1 = QStringLiteral("A1");
     const QString a2 = QStringLiteral("A2");
     const struct {
@@ -180,8 +177,9 @@ TEST(Messages, ComposedMessages)
         {81, "This column must be numeric or input COUNT category.\n\nMin = A1, Max = A2"},
         {161, "Value is out of range.\n\nMin = A1, Max = A2(Delay1 + Delay2)"},
         {58, "Clipboard is vacant or data type is different.\n\nCannot paste."},
-        {70, "The number of color is less than 16 bit(65536).\n\nYou are strongly recomended to adjust control "
-             "panel.\n\n \n\n "},
+        {70,
+         "The number of color is less than 16 bit(65536).\n\nYou are strongly recomended to adjust control "
+         "panel.\n\n \n\n "},
         {75, "The following numbre are replaced.\n\nA1 "},
         {79, "Failed to copy temporary files. Data is not saved.\n\nQuit this application and reload."},
         {84, "Do you replace this function\n\nA1 -> A2"},
@@ -195,16 +193,14 @@ TEST(Messages, ComposedMessages)
     }
 }
 
-TEST(Messages, RangeMessageWithTypicalBounds)
-{
+TEST(Messages, RangeMessageWithTypicalBounds) {
     EXPECT_EQ(messageText(43, QStringLiteral("0"), QStringLiteral("9999")),
               QStringLiteral("Value is out of range.\n\nMin = 0, Max = 9999"));
     // An argument missing from a message that needs it leaves its place empty.
     EXPECT_EQ(messageText(142), QStringLiteral("Falied to read initial file.\n\n"));
 }
 
-TEST(Messages, NumbersOutsideTheTableGiveNoText)
-{
+TEST(Messages, NumbersOutsideTheTableGiveNoText) {
     for (int n : {-1, 0, 1, 3, 5, 45, 101, 163, 999, 1000, 1002}) {
         SCOPED_TRACE(n);
         EXPECT_TRUE(messageText(n, QStringLiteral("a")).isEmpty());
@@ -213,13 +209,11 @@ TEST(Messages, NumbersOutsideTheTableGiveNoText)
     EXPECT_TRUE(LoadMessageText(544).isEmpty());
 }
 
-TEST(Messages, MainWindowCaptionText)
-{
+TEST(Messages, MainWindowCaptionText) {
     EXPECT_EQ(LoadMessageText(261) + QStringLiteral("Ver 2.30"), QStringLiteral("VKM Step Ver 2.30"));
 }
 
-TEST(Messages, BoxStyles)
-{
+TEST(Messages, BoxStyles) {
     using vkm::BoxButtons;
     using vkm::BoxIcon;
     const struct {
@@ -251,8 +245,7 @@ TEST(Messages, BoxStyles)
         EXPECT_FALSE(vkm::boxStyle(style).valid) << style;
 }
 
-TEST(Messages, BoxTitleIsTheExecutableBaseName)
-{
+TEST(Messages, BoxTitleIsTheExecutableBaseName) {
     const QString exe = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
     EXPECT_EQ(vkm::messageBoxTitle(), exe);
     EXPECT_EQ(vkm::messageBoxTitle(), QStringLiteral("test_base"));

@@ -20,8 +20,7 @@ struct Default {
 };
 
 // What a first start must leave in an empty store, for a main window 15000 twips wide.
-std::vector<Default> firstStartValues()
-{
+std::vector<Default> firstStartValues() {
     return {
         {Section::FileInfo, "InitialPath", QDir::toNativeSeparators(vkm::paths::exeFolder())},
         {Section::General, "DoesViewRemarkColumn", "True"},
@@ -49,8 +48,7 @@ std::vector<Default> firstStartValues()
     };
 }
 
-QMap<QString, QString> snapshot(const Settings& settings)
-{
+QMap<QString, QString> snapshot(const Settings& settings) {
     QSettings raw(settings.fileName(), QSettings::IniFormat);
     QMap<QString, QString> out;
     for (const QString& k : raw.allKeys())
@@ -60,8 +58,7 @@ QMap<QString, QString> snapshot(const Settings& settings)
 
 } // namespace
 
-TEST(CheckRegData, FirstStartCreatesEveryValueWithItsDefault)
-{
+TEST(CheckRegData, FirstStartCreatesEveryValueWithItsDefault) {
     vkm::test::TempSettings t;
     ASSERT_TRUE(t.settings->CheckRegData(15000));
     for (const Default& d : firstStartValues()) {
@@ -75,8 +72,7 @@ TEST(CheckRegData, FirstStartCreatesEveryValueWithItsDefault)
     EXPECT_FALSE(t.settings->contains(Section::General, QStringLiteral("BlueHeron")));
 }
 
-TEST(CheckRegData, SecondStartChangesNothing)
-{
+TEST(CheckRegData, SecondStartChangesNothing) {
     vkm::test::TempSettings t;
     ASSERT_TRUE(t.settings->CheckRegData(15000));
     t.settings->writeBool(Section::General, QStringLiteral("DoesViewRemarkColumn"), false);
@@ -87,8 +83,7 @@ TEST(CheckRegData, SecondStartChangesNothing)
     EXPECT_EQ(snapshot(*t.settings), before);
 }
 
-TEST(CheckRegData, CustomisationPositionIsCreatedAsAPairOnlyWhenLeftIsMissing)
-{
+TEST(CheckRegData, CustomisationPositionIsCreatedAsAPairOnlyWhenLeftIsMissing) {
     vkm::test::TempSettings t;
     ASSERT_TRUE(t.settings->CheckRegData(10000));
     QSettings raw(t.settings->fileName(), QSettings::IniFormat);
@@ -105,22 +100,22 @@ TEST(CheckRegData, CustomisationPositionIsCreatedAsAPairOnlyWhenLeftIsMissing)
     raw.remove(QStringLiteral("Location/CustomEasy_Left"));
     raw.sync();
     ASSERT_TRUE(t.settings->CheckRegData(20000));
-    EXPECT_EQ(t.settings->read(Section::Location, QStringLiteral("CustomEasy_Left")), QStringLiteral("17370"));
+    EXPECT_EQ(t.settings->read(Section::Location, QStringLiteral("CustomEasy_Left")),
+              QStringLiteral("17370"));
     EXPECT_EQ(t.settings->read(Section::Location, QStringLiteral("CustomEasy_Top")), QStringLiteral("2000"));
 }
 
-TEST(CheckRegData, StoreThatCannotBeWrittenFails)
-{
+TEST(CheckRegData, StoreThatCannotBeWrittenFails) {
     vkm::test::Scratch scratch;
     // A plain file where the store's folder should be: nothing below it can be created.
     const QString blocker = scratch.write(QStringLiteral("blocker"), "x");
     auto settings = Settings::inFile(blocker + QStringLiteral("/settings.ini"));
     EXPECT_FALSE(settings->CheckRegData(15000));
-    EXPECT_FALSE(settings->write(Section::General, QStringLiteral("DoesViewRemarkColumn"), QStringLiteral("True")));
+    EXPECT_FALSE(
+        settings->write(Section::General, QStringLiteral("DoesViewRemarkColumn"), QStringLiteral("True")));
 }
 
-TEST(Settings, TogglesReadBackAsTheWordsTrueAndFalse)
-{
+TEST(Settings, TogglesReadBackAsTheWordsTrueAndFalse) {
     vkm::test::TempSettings t;
     ASSERT_TRUE(t.settings->CheckRegData(15000));
     const QString key = QStringLiteral("DoesReplaceFunction");
@@ -136,8 +131,7 @@ TEST(Settings, TogglesReadBackAsTheWordsTrueAndFalse)
     EXPECT_EQ(reopened->ReadReg(1, key), QStringLiteral("False"));
 }
 
-TEST(Settings, ReadRegSectionCodesAndMissingValues)
-{
+TEST(Settings, ReadRegSectionCodesAndMissingValues) {
     vkm::test::TempSettings t;
     t.settings->write(Section::FileInfo, QStringLiteral("K"), QStringLiteral("f"));
     t.settings->write(Section::General, QStringLiteral("K"), QStringLiteral("g"));
@@ -150,18 +144,21 @@ TEST(Settings, ReadRegSectionCodesAndMissingValues)
     EXPECT_EQ(t.settings->readInt(Section::General, QStringLiteral("K"), -5), -5);
 }
 
-TEST(Settings, SaveInitialPathAndCompanionValue)
-{
+TEST(Settings, SaveInitialPathAndCompanionValue) {
     vkm::test::TempSettings t;
     t.settings->SaveInitialPath(QStringLiteral("/data/programs"));
     EXPECT_EQ(t.settings->ReadReg(0, QStringLiteral("InitialPath")), QStringLiteral("/data/programs"));
     ASSERT_TRUE(t.settings->writeCompanionPath(QStringLiteral("/opt/vkm")));
     QSettings companion(t.scratch.file(QStringLiteral("VKM_STP.ini")), QSettings::IniFormat);
     EXPECT_EQ(companion.value(QStringLiteral("SETTING/MYPATH")).toString(), QStringLiteral("/opt/vkm"));
+    // A moved installation updates the value; a second start from the same place keeps it.
+    ASSERT_TRUE(t.settings->writeCompanionPath(QStringLiteral("/usr/local/vkm")));
+    ASSERT_TRUE(t.settings->writeCompanionPath(QStringLiteral("/usr/local/vkm")));
+    companion.sync();
+    EXPECT_EQ(companion.value(QStringLiteral("SETTING/MYPATH")).toString(), QStringLiteral("/usr/local/vkm"));
 }
 
-TEST(Settings, CodePageValueSelectsTheLegacyCodePage)
-{
+TEST(Settings, CodePageValueSelectsTheLegacyCodePage) {
     const QString original = vkm::LegacyText::codePage();
     vkm::test::TempSettings t;
     EXPECT_TRUE(vkm::applyCodePageSetting(*t.settings)); // none stored: nothing changes

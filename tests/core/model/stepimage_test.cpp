@@ -193,7 +193,8 @@ TEST(StepImage, AuthorPasswordAndTextsAreCutToTheirFields)
     const Case cases[] = {{"ABCDEFGHIJKLMNOP", "12345678", "ABCDEFGHIJKLMNOP", "12345678"},
                           {"ABCDEFGHIJKLMNOPQRS", "123456789A", "ABCDEFGHIJKLMNOP", "12345678"},
                           {"", "x", "", "x"},
-                          {"a b", "", "a b", ""}};
+                          {"a b", "", "a b", ""},
+                          {"A\x1A\x7F", "\x1A", "A\x1A\x7F", "\x1A"}};
     for (const auto& tc : cases) {
         CSteps p;
         p.Author = tc.author;
@@ -273,6 +274,8 @@ TEST(StepImage, FailuresAreReportedByTheFailingPart)
         {"input beyond 16 bits", [&](CSteps& p) { addRow(p, c, {{256, 1, 0, 0}}, {{3, 0, RelAnd}, {70000, 0, 2}}); },
          "WriteStep"},
         {"author not scrambled", [&](CSteps& p) { p.Author = QString(QChar(1)); }, "EncodeWord"},
+        {"flag that would read as empty",
+         [&](CSteps& p) { addRow(p, c, {{256, 1, 14, 0}}, {{3, 0, RelEnd}}, {}, true); }, "WriteStep"},
     };
     for (const auto& tc : cases) {
         sink.clear();

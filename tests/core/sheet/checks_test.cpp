@@ -12,18 +12,16 @@ namespace {
 struct CheckCase {
     const char* name;
     std::function<void(SheetFixture&)> setup;
-    int message;                                // 0: all checks pass
-    int row;                                    // -1: no cell selected
-    std::function<int(SheetFixture&)> col;      // the selected column in this layout
+    int message;                           // 0: all checks pass
+    int row;                               // -1: no cell selected
+    std::function<int(SheetFixture&)> col; // the selected column in this layout
 };
 
-int none(SheetFixture&)
-{
+int none(SheetFixture&) {
     return -1;
 }
 
-const std::vector<CheckCase>& checkCases()
-{
+const std::vector<CheckCase>& checkCases() {
     static const std::vector<CheckCase> cases = {
         {"empty sheet passes", [](SheetFixture&) {}, 0, -1, none},
         {"complete rows pass",
@@ -49,11 +47,13 @@ const std::vector<CheckCase>& checkCases()
                  f.sheet().setText(3, f.in(1) + c, "***");
          },
          0, -1, none},
-        {"logic missing", [](SheetFixture& f) {
+        {"logic missing",
+         [](SheetFixture& f) {
              f.putSimpleRow(2);
              f.sheet().setText(2, f.o2(), "OUT002");
              f.sheet().setData(2, f.o2(), "OUT");
-         }, 64, 2, [](SheetFixture& f) { return f.o2() + 2; }},
+         },
+         64, 2, [](SheetFixture& f) { return f.o2() + 2; }},
         {"input without output", [](SheetFixture& f) { f.putIn(4, 1, "IN001", "0", "2"); }, 76, 4,
          [](SheetFixture& f) { return f.o1(); }},
         {"jump in both groups",
@@ -196,8 +196,7 @@ const std::vector<CheckCase>& checkCases()
 
 } // namespace
 
-TEST(SheetChecks, EachCheckSelectsItsCellInBothLayouts)
-{
+TEST(SheetChecks, EachCheckSelectsItsCellInBothLayouts) {
     for (bool inpFirst : {false, true}) {
         for (const CheckCase& c : checkCases()) {
             SCOPED_TRACE(std::string(c.name) + (inpFirst ? " (inputs first)" : " (outputs first)"));
@@ -228,16 +227,14 @@ TEST(SheetChecks, EachCheckSelectsItsCellInBothLayouts)
     }
 }
 
-TEST(SheetChecks, MessagesReadAsTheTable)
-{
+TEST(SheetChecks, MessagesReadAsTheTable) {
     // The CLI prints the composed text of the failing check.
     EXPECT_EQ(messageText(52), QStringLiteral("Input block or END missed."));
     EXPECT_EQ(messageText(112), QStringLiteral("JMP, CALL and  RETURN can be input either one."));
     EXPECT_EQ(messageText(154), QStringLiteral("*** is missing."));
 }
 
-TEST(SheetRowQueries, SafeBottomRowAndLastRows)
-{
+TEST(SheetRowQueries, SafeBottomRowAndLastRows) {
     SheetFixture f;
     EXPECT_EQ(f.editor->GetLastInputRow(), -1);
     EXPECT_TRUE(f.editor->SafeBottomRow(32));

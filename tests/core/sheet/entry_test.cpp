@@ -6,8 +6,7 @@ using namespace vkm::test;
 namespace {
 
 // Row 1: OUT001 HIGH TIMER, ready for a delay value.
-void outputReadyForDelay(SheetFixture& f, const QString& kind = "0")
-{
+void outputReadyForDelay(SheetFixture& f, const QString& kind = "0") {
     ASSERT_TRUE(f.type(1, f.o1(), "OUT001"));
     ASSERT_TRUE(f.type(1, f.o1() + 1, "1"));
     ASSERT_TRUE(f.type(1, f.o1() + 2, kind));
@@ -15,8 +14,7 @@ void outputReadyForDelay(SheetFixture& f, const QString& kind = "0")
 
 } // namespace
 
-TEST(SheetEntry, FunctionCellsAcceptLowerCaseAndRefuseUnknownNames)
-{
+TEST(SheetEntry, FunctionCellsAcceptLowerCaseAndRefuseUnknownNames) {
     SheetFixture f;
     EXPECT_TRUE(f.type(1, f.o1(), "out001"));
     EXPECT_EQ(f.sheet().text(1, f.o1()), "OUT001");
@@ -36,8 +34,7 @@ TEST(SheetEntry, FunctionCellsAcceptLowerCaseAndRefuseUnknownNames)
     EXPECT_EQ(f.sheet().data(1, f.in(1)), "IN");
 }
 
-TEST(SheetEntry, DelayValueRangeAndEvenTimer)
-{
+TEST(SheetEntry, DelayValueRangeAndEvenTimer) {
     struct Case {
         QString kind;
         QString typed;
@@ -68,8 +65,7 @@ TEST(SheetEntry, DelayValueRangeAndEvenTimer)
     }
 }
 
-TEST(SheetEntry, RemarkByteLimitCountsDoubleByteCharacters)
-{
+TEST(SheetEntry, RemarkByteLimitCountsDoubleByteCharacters) {
     struct Case {
         QString text;
         bool ok;
@@ -93,15 +89,14 @@ TEST(SheetEntry, RemarkByteLimitCountsDoubleByteCharacters)
     }
 }
 
-TEST(SheetEntry, PrerequisitesAndStarCellsRefuseToStart)
-{
+TEST(SheetEntry, PrerequisitesAndStarCellsRefuseToStart) {
     SheetFixture f;
     struct Case {
         int col;
         int message;
         QString a1;
     } cases[] = {
-        {f.o2(), 46, "Output"},     {f.o1() + 1, 46, "Output"}, {f.o1() + 2, 46, "Logic"},
+        {f.o2(), 46, "Output"},         {f.o1() + 1, 46, "Output"}, {f.o1() + 2, 46, "Logic"},
         {f.o1() + 3, 46, "Delay Kind"}, {f.in(1) + 1, 46, "Input"}, {f.in(2) + 2, 46, "Input"},
     };
     for (const Case& c : cases) {
@@ -121,8 +116,7 @@ TEST(SheetEntry, PrerequisitesAndStarCellsRefuseToStart)
     EXPECT_EQ(f.sheet().text(2, f.o1() + 1), "3");
 }
 
-TEST(SheetEntry, RelationRulesAndInputsAfterEnd)
-{
+TEST(SheetEntry, RelationRulesAndInputsAfterEnd) {
     SheetFixture f;
     ASSERT_TRUE(f.type(1, f.in(1), "IN001"));
     ASSERT_TRUE(f.type(1, f.in(1) + 2, "2"));
@@ -155,8 +149,7 @@ TEST(SheetEntry, RelationRulesAndInputsAfterEnd)
     EXPECT_EQ(f.sheet().col(), f.in(1));
 }
 
-TEST(SheetEntry, CounterRows)
-{
+TEST(SheetEntry, CounterRows) {
     SheetFixture f;
     ASSERT_TRUE(f.type(1, f.in(1), "ct10"));
     EXPECT_TRUE(f.editor->TopIsCOUNT(1));
@@ -193,8 +186,7 @@ TEST(SheetEntry, CounterRows)
               "Dialogue:[F2], DoubleClick    Can input directly   Max:65535  Min:0");
 }
 
-TEST(SheetEntry, OutputFollowRules)
-{
+TEST(SheetEntry, OutputFollowRules) {
     SheetFixture f;
     // A counter output: INC/DEC/CLR need neither delay kind nor value, SET needs a value.
     ASSERT_TRUE(f.type(1, f.o1(), "CNT01"));
@@ -229,8 +221,7 @@ TEST(SheetEntry, OutputFollowRules)
     EXPECT_EQ(f.sheet().text(4, f.in(1) + 2), "2");
 }
 
-TEST(SheetEntry, KeysSpaceF2AndTypedCharacters)
-{
+TEST(SheetEntry, KeysSpaceF2AndTypedCharacters) {
     SheetFixture f;
     ASSERT_TRUE(f.type(1, f.o1(), "OUT001"));
     QStringList seen;
@@ -263,8 +254,7 @@ TEST(SheetEntry, KeysSpaceF2AndTypedCharacters)
     EXPECT_EQ(f.editor->F2InputOp(1, 1), F2Action::StartEdit);
 }
 
-TEST(SheetEntry, DeleteKey)
-{
+TEST(SheetEntry, DeleteKey) {
     SheetFixture f;
     f.putSimpleRow(1);
     f.sheet().select(1, f.o1() + 1);
@@ -291,8 +281,7 @@ TEST(SheetEntry, DeleteKey)
         EXPECT_TRUE(f.sheet().text(2, f.in(1) + c).isEmpty()) << c;
 }
 
-TEST(SheetEntry, ComparisonWindowEditsNothing)
-{
+TEST(SheetEntry, ComparisonWindowEditsNothing) {
     SheetFixture f(false, true);
     f.putSimpleRow(1);
     const QByteArray before = f.sheet().saveCells();

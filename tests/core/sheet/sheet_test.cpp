@@ -7,8 +7,7 @@ using namespace vkm::test;
 
 namespace {
 
-std::shared_ptr<CStepOuts> outs(const CSelections& sel, std::initializer_list<std::array<int, 4>> list)
-{
+std::shared_ptr<CStepOuts> outs(const CSelections& sel, std::initializer_list<std::array<int, 4>> list) {
     auto o = std::make_shared<CStepOuts>();
     int block = 1;
     for (const auto& a : list)
@@ -16,8 +15,7 @@ std::shared_ptr<CStepOuts> outs(const CSelections& sel, std::initializer_list<st
     return o;
 }
 
-std::shared_ptr<CStepInps> inps(std::initializer_list<std::array<int, 3>> list, int counterId = 0)
-{
+std::shared_ptr<CStepInps> inps(std::initializer_list<std::array<int, 3>> list, int counterId = 0) {
     auto i = std::make_shared<CStepInps>();
     i->CounterId = counterId;
     int block = 1;
@@ -28,8 +26,7 @@ std::shared_ptr<CStepInps> inps(std::initializer_list<std::array<int, 3>> list, 
 
 } // namespace
 
-TEST(StepSheetLayout, ColumnsOfBothLayouts)
-{
+TEST(StepSheetLayout, ColumnsOfBothLayouts) {
     struct Case {
         bool inpFirst;
         int out1, out2, inp;
@@ -62,22 +59,21 @@ TEST(StepSheetLayout, ColumnsOfBothLayouts)
     }
 }
 
-TEST(StepSheetDisplay, StepsAreShownAsTheMachineMeansThem)
-{
+TEST(StepSheetDisplay, StepsAreShownAsTheMachineMeansThem) {
     for (bool inpFirst : {false, true}) {
         SheetFixture f(inpFirst);
         CSteps p;
         // TIMER of an OUT output is kept halved; STC is not.
-        p.Add(outs(f.selout, {{1, 1, DelayTimer, 50}, {2, 1, DelayStc, 50}}), inps({{1, 0, RelEnd}}), "r1", false,
-              false);
+        p.Add(outs(f.selout, {{1, 1, DelayTimer, 50}, {2, 1, DelayStc, 50}}), inps({{1, 0, RelEnd}}), "r1",
+              false, false);
         // RETURN in group 1.
         p.Add(outs(f.selout, {{10, 0, 0, 0}}), nullptr, "", false, true);
         // Counter CT10 "+" 300 compared with CT11; operand 1 is a number although IN001 is 1.
-        p.Add(outs(f.selout, {{1, 1, DelayStc, 3}}), inps({{10, 0, RelPlus}, {1, 0, RelGe}, {11, 0, RelEnd}}, 4), "",
-              false, false);
+        p.Add(outs(f.selout, {{1, 1, DelayStc, 3}}),
+              inps({{10, 0, RelPlus}, {1, 0, RelGe}, {11, 0, RelEnd}}, 4), "", false, false);
         // Unknown output value, and inputs after END that must not show.
-        p.Add(outs(f.selout, {{77, 1, DelayStc, 3}}), inps({{1, 0, RelEnd}, {2, 0, RelAnd}, {3, 0, RelEnd}}), "", false,
-              false);
+        p.Add(outs(f.selout, {{77, 1, DelayStc, 3}}), inps({{1, 0, RelEnd}, {2, 0, RelAnd}, {3, 0, RelEnd}}),
+              "", false, false);
         f.editor->PasteData(p);
         const StepSheet& s = f.sheet();
         EXPECT_EQ(s.text(1, f.o1() + 3), "100");
@@ -88,7 +84,8 @@ TEST(StepSheetDisplay, StepsAreShownAsTheMachineMeansThem)
         EXPECT_TRUE(s.isRowDisabled(2));
         EXPECT_EQ(s.backColor(2, 5), sheetcolor::Disabled);
         EXPECT_EQ(s.backColor(3, f.o1()), s.normalColor(f.o1()));
-        for (int col : {f.o1() + 2, f.o1() + 3, f.o2(), f.o2() + 1, f.o2() + 2, f.o2() + 3, f.in(1), f.in(4) + 2})
+        for (int col :
+             {f.o1() + 2, f.o1() + 3, f.o2(), f.o2() + 1, f.o2() + 2, f.o2() + 3, f.in(1), f.in(4) + 2})
             EXPECT_EQ(s.text(2, col), "***") << col;
 
         for (int g = 1; g <= 3; ++g)
@@ -104,8 +101,7 @@ TEST(StepSheetDisplay, StepsAreShownAsTheMachineMeansThem)
     }
 }
 
-TEST(StepSheetSnapshot, RestoresEveryCellAndRefusesBadBytes)
-{
+TEST(StepSheetSnapshot, RestoresEveryCellAndRefusesBadBytes) {
     SheetFixture f;
     f.putSimpleRow(3);
     f.sheet().setText(5, 1, QString(10, QChar(0x3042)));
@@ -125,7 +121,11 @@ TEST(StepSheetSnapshot, RestoresEveryCellAndRefusesBadBytes)
     const QByteArray current = g.sheet().saveCells();
     QByteArray flipped = snap;
     flipped[2] = char(flipped[2] ^ 0x40);
-    const QByteArray bad[] = {QByteArray(), QByteArray("garbage"), snap.left(snap.size() - 3), snap + "x", flipped,
+    const QByteArray bad[] = {QByteArray(),
+                              QByteArray("garbage"),
+                              snap.left(snap.size() - 3),
+                              snap + "x",
+                              flipped,
                               SheetFixture(true).sheet().saveCells()};
     for (const QByteArray& b : bad) {
         EXPECT_FALSE(g.sheet().loadCells(b)) << b.size();
@@ -133,8 +133,7 @@ TEST(StepSheetSnapshot, RestoresEveryCellAndRefusesBadBytes)
     }
 }
 
-TEST(StepSheetNotify, BatchesReportOneRectangle)
-{
+TEST(StepSheetNotify, BatchesReportOneRectangle) {
     StepSheet s;
     std::vector<CellRect> seen;
     s.setChangeListener([&](const CellRect& r) { seen.push_back(r); });
@@ -155,8 +154,7 @@ TEST(StepSheetNotify, BatchesReportOneRectangle)
     EXPECT_GT(s.revision(), rev);
 }
 
-TEST(StepSheetRoundTrip, ProgramThroughTheSheetAndBack)
-{
+TEST(StepSheetRoundTrip, ProgramThroughTheSheetAndBack) {
     for (bool inpFirst : {false, true}) {
         SCOPED_TRACE(inpFirst);
         SheetFixture f(inpFirst);
@@ -167,9 +165,10 @@ TEST(StepSheetRoundTrip, ProgramThroughTheSheetAndBack)
         p.MemoFile = "A.TXT";
         p.Add(outs(f.selout, {{1, 1, DelayTimer, 50}, {3, 0, DelayStc, 7}}),
               inps({{1, 1, RelAnd}, {2, 3, RelOr}, {3, 0, RelAnd}, {4, 2, RelEnd}}), "first", false, false);
-        p.Add(outs(f.selout, {{qint16(jumpTarget(2)), 3, 0, 0}, {-1, 0, 0, 0}}), inps({{5, 3, RelEnd}}), "", false, true);
-        p.Add(outs(f.selout, {{5, 6, 0, 1234}, {-1, 0, 0, 0}}), inps({{40, 0, RelGe}, {7, 0, RelEnd}}, 0), "", false,
-              false);
+        p.Add(outs(f.selout, {{qint16(jumpTarget(2)), 3, 0, 0}, {-1, 0, 0, 0}}), inps({{5, 3, RelEnd}}), "",
+              false, true);
+        p.Add(outs(f.selout, {{5, 6, 0, 1234}, {-1, 0, 0, 0}}), inps({{40, 0, RelGe}, {7, 0, RelEnd}}, 0), "",
+              false, false);
         p.Add(outs(f.selout, {{10, 11, 0, 0}}), nullptr, "ret", false, false);
         p.Add(std::make_shared<CStepOuts>(), std::make_shared<CStepInps>(), "only remark", false, true);
         p.Add(outs(f.selout, {{qint16(callTarget(1)), 10, 0, 0}, {-1, 0, 0, 0}}),
@@ -238,8 +237,7 @@ TEST(StepSheetRoundTrip, ProgramThroughTheSheetAndBack)
     }
 }
 
-TEST(StepSheetRoundTrip, UnknownFunctionBlocksTheSave)
-{
+TEST(StepSheetRoundTrip, UnknownFunctionBlocksTheSave) {
     SheetFixture f;
     CSteps p;
     p.Add(outs(f.selout, {{1, 1, DelayStc, 5}}), inps({{99, 0, RelEnd}}), "", false, false);
@@ -252,8 +250,7 @@ TEST(StepSheetRoundTrip, UnknownFunctionBlocksTheSave)
     EXPECT_EQ(q.Count(), 0);
 }
 
-TEST(StepSheetRoundTrip, EmptySheetSavesThirtyTwoNopSteps)
-{
+TEST(StepSheetRoundTrip, EmptySheetSavesThirtyTwoNopSteps) {
     SheetFixture f;
     EXPECT_TRUE(f.editor->ExactInput());
     CSteps q;

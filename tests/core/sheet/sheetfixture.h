@@ -11,8 +11,7 @@
 namespace vkm::test {
 
 // Small catalogues that hold one or two functions of every category the editor reacts to.
-inline void fillOutputCatalogue(CSelections& s)
-{
+inline void fillOutputCatalogue(CSelections& s) {
     s.Add("OUT001", 1, "", "OUT", "0", "0");
     s.Add("OUT002", 2, "", "OUT", "0", "0");
     s.Add("EMAKE", 3, "", "OUT", "0", "0");
@@ -26,8 +25,7 @@ inline void fillOutputCatalogue(CSelections& s)
     s.Add("C001", callTarget(1), "", "CALL", "0", "0");
 }
 
-inline void fillInputCatalogue(CSelections& s)
-{
+inline void fillInputCatalogue(CSelections& s) {
     s.Add("IN001", 1, "", "IN", "0", "0");
     s.Add("IN002", 2, "", "IN", "0", "0");
     s.Add("IN003", 3, "", "IN", "0", "0");
@@ -42,13 +40,13 @@ inline void fillInputCatalogue(CSelections& s)
 // An editor over the small catalogues with a recording prompter.
 class SheetFixture {
 public:
-    explicit SheetFixture(bool locateInpFirst = false, bool comparison = false)
-    {
+    explicit SheetFixture(bool locateInpFirst = false, bool comparison = false) {
         fillOutputCatalogue(selout);
         fillInputCatalogue(selinp);
         EditorHooks hooks;
         hooks.changed = [this] { ++changedCount; };
-        editor = std::make_unique<StepSheetEditor>(selout, selinp, prompter, comparison, locateInpFirst, hooks);
+        editor =
+            std::make_unique<StepSheetEditor>(selout, selinp, prompter, comparison, locateInpFirst, hooks);
     }
     StepSheet& sheet() { return editor->sheet(); }
     int o1() { return sheet().GetcolOutKino1(); }
@@ -58,24 +56,21 @@ public:
 
     // Writes a whole output group as the editor would show it (no rules applied).
     void putOut(int row, int group, const QString& digital, const QString& logic, const QString& kind,
-                const QString& delay)
-    {
+                const QString& delay) {
         const int kc = out(group);
         sheet().setCell(row, kc, digital, selout.CategoryByDigitalOnly(digital));
         sheet().setText(row, kc + 1, logic);
         sheet().setText(row, kc + 2, kind);
         sheet().setText(row, kc + 3, delay);
     }
-    void putIn(int row, int group, const QString& digital, const QString& state, const QString& rel)
-    {
+    void putIn(int row, int group, const QString& digital, const QString& state, const QString& rel) {
         const int kc = in(group);
         sheet().setCell(row, kc, digital, selinp.CategoryByDigitalOnly(digital));
         sheet().setText(row, kc + 1, state);
         sheet().setText(row, kc + 2, rel);
     }
     // A complete ordinary row: OUT001 HIGH TIMER 100 when IN001 POS LEV END.
-    void putSimpleRow(int row)
-    {
+    void putSimpleRow(int row) {
         putOut(row, 1, "OUT001", "1", "0", "100");
         putIn(row, 1, "IN001", "0", "2");
     }
