@@ -64,6 +64,12 @@ void DocumentController::attachWindows(StepEditorWindow& user, StepEditorWindow&
         }
     }
     connect(&user, &StepEditorWindow::changed, this, [this] { m_documents->user().setChanged(true); });
+    // Clearing a block of cells takes an undo snapshot of the sheet as it was.
+    connect(&user, &StepEditorWindow::snapshotRequested, this, [this] { m_documents->user().SaveCurrent(); });
+    user.setCloseGuard([this] {
+        refuseUserEditorClose();
+        return false;
+    });
     EditorWindowHooks hooks;
     hooks.setTitle = [windows](int usrcmp, const QString& title) { windows[usrcmp]->setWindowTitle(title); };
     hooks.focusGrid = [windows](int usrcmp) { windows[usrcmp]->grid()->setFocus(); };

@@ -3,15 +3,13 @@
 #include <QDir>
 #include <QFile>
 
-static void initEditorResource()
-{
+static void initEditorResource() {
     Q_INIT_RESOURCE(editor);
 }
 
 namespace vkm {
 
-void ensureEditorResources()
-{
+void ensureEditorResources() {
     static const bool done = [] {
         initEditorResource();
         return true;
@@ -19,26 +17,22 @@ void ensureEditorResources()
     (void)done;
 }
 
-static QString iconPath(const QString& key)
-{
+static QString iconPath(const QString& key) {
     return QStringLiteral(":/icons/") + key;
 }
 
-QIcon editorIcon(const QString& key)
-{
+QIcon editorIcon(const QString& key) {
     ensureEditorResources();
     const QString path = iconPath(key);
     return QFile::exists(path) ? QIcon(path) : QIcon();
 }
 
-QPixmap editorPixmap(const QString& key)
-{
+QPixmap editorPixmap(const QString& key) {
     ensureEditorResources();
     return QPixmap(iconPath(key));
 }
 
-QIcon editorIconNoCase(const QString& key)
-{
+QIcon editorIconNoCase(const QString& key) {
     ensureEditorResources();
     const QStringList names = QDir(QStringLiteral(":/icons")).entryList();
     for (const QString& name : names)
@@ -47,8 +41,7 @@ QIcon editorIconNoCase(const QString& key)
     return QIcon();
 }
 
-QString cellPicturePath(const QString& prefix, int value)
-{
+QString cellPicturePath(const QString& prefix, int value) {
     ensureEditorResources();
     return QStringLiteral(":/Pictures/") + prefix + QString::number(value);
 }

@@ -9,8 +9,7 @@
 namespace vkm {
 
 fSelCategory::fSelCategory(const CSelections& sels, const QString& newDigital, QWidget* parent)
-    : QDialog(parent), m_list(new QListWidget(this))
-{
+    : QDialog(parent), m_list(new QListWidget(this)) {
     setWindowTitle(QStringLiteral("Category"));
     setObjectName(QStringLiteral("fSelCategory"));
     for (const CSelection& e : sels.entries())
@@ -25,14 +24,12 @@ fSelCategory::fSelCategory(const CSelections& sels, const QString& newDigital, Q
     resize(220, 160);
 }
 
-QString fSelCategory::SelectedCategory() const
-{
+QString fSelCategory::SelectedCategory() const {
     const QListWidgetItem* item = m_list->currentItem();
     return item ? item->text() : QString();
 }
 
-bool fSelCategory::eventFilter(QObject* watched, QEvent* event)
-{
+bool fSelCategory::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_list && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
@@ -43,8 +40,7 @@ bool fSelCategory::eventFilter(QObject* watched, QEvent* event)
     return QDialog::eventFilter(watched, event);
 }
 
-QString fSelCategory::choose(const CSelections& sels, const QString& digital, QWidget* parent)
-{
+QString fSelCategory::choose(const CSelections& sels, const QString& digital, QWidget* parent) {
     fSelCategory dialog(sels, digital, parent);
     dialog.exec();
     return dialog.SelectedCategory();

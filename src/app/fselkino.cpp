@@ -40,8 +40,7 @@ const QString kStepKey2 = QStringLiteral("StepInput2");
 } // namespace
 
 fSelKino::fSelKino(Settings* settings, Prompter& prompter, QWidget* parent)
-    : QDialog(parent), m_settings(settings), m_prompter(prompter)
-{
+    : QDialog(parent), m_settings(settings), m_prompter(prompter) {
     ensureEditorResources();
     setWindowTitle(QStringLiteral("Select function"));
     setObjectName(QStringLiteral("fSelKino"));
@@ -83,34 +82,31 @@ fSelKino::fSelKino(Settings* settings, Prompter& prompter, QWidget* parent)
     bars->addWidget(m_tBar);
     bars->addWidget(m_tBarCate, 1);
     auto* buttons = new QHBoxLayout;
-    buttons->addWidget(m_chk, 1);
+    buttons->addStretch(1);
     buttons->addWidget(m_btnSelect);
     buttons->addWidget(m_btnCancel);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(bars);
     layout->addWidget(m_tv, 1);
+    layout->addWidget(m_chk);
     layout->addLayout(buttons);
 
     setMinimumSize(twipsToPixels(kMinWidth), twipsToPixels(kMinHeight));
 }
 
-int fSelKino::twipsToPixels(int twips) const
-{
+int fSelKino::twipsToPixels(int twips) const {
     return int(std::lround(double(twips) * logicalDpiX() / 1440.0));
 }
 
-int fSelKino::pixelsToTwips(int pixels) const
-{
+int fSelKino::pixelsToTwips(int pixels) const {
     return int(std::lround(double(pixels) * 1440.0 / logicalDpiX()));
 }
 
-void fSelKino::showLocal(const QString& text, int style)
-{
+void fSelKino::showLocal(const QString& text, int style) {
     m_prompter.showText(text, style);
 }
 
-bool fSelKino::ensureSettings()
-{
+bool fSelKino::ensureSettings() {
     if (!m_settings)
         return false;
     bool ok = m_settings->ensure(Section::General, kExpandKey, QStringLiteral("0"));
@@ -122,8 +118,7 @@ bool fSelKino::ensureSettings()
     return ok;
 }
 
-void fSelKino::placeWindow()
-{
+void fSelKino::placeWindow() {
     const QString p = settingPrefix();
     auto twips = [&](const QString& key, int fallback) {
         return m_settings ? m_settings->readInt(Section::Location, p + key, fallback) : fallback;
@@ -134,8 +129,7 @@ void fSelKino::placeWindow()
                 twipsToPixels(twips(QStringLiteral("Top"), kDefaultTop)), twipsToPixels(w), twipsToPixels(h));
 }
 
-void fSelKino::SaveFormPosition()
-{
+void fSelKino::SaveFormPosition() {
     if (!m_settings)
         return;
     const QString p = settingPrefix();
@@ -146,8 +140,7 @@ void fSelKino::SaveFormPosition()
     m_settings->writeInt(Section::Location, p + "Height", pixelsToTwips(g.height()));
 }
 
-void fSelKino::Form_Load()
-{
+void fSelKino::Form_Load() {
     IsLoaded = true;
     if (!ensureSettings())
         showLocal(QStringLiteral("Failed to read registry. "), 1);
@@ -159,8 +152,7 @@ void fSelKino::Form_Load()
     m_chk->setChecked(expand);
 }
 
-QTreeWidgetItem* fSelKino::addCategoryNode(const QString& category)
-{
+QTreeWidgetItem* fSelKino::addCategoryNode(const QString& category) {
     auto* node = new QTreeWidgetItem(m_tv, QStringList{category});
     node->setData(0, KeyRole, category + "key");
     node->setIcon(0, editorIcon(QStringLiteral("keyParent")));
@@ -174,8 +166,7 @@ QTreeWidgetItem* fSelKino::addCategoryNode(const QString& category)
     return node;
 }
 
-void fSelKino::addStepNode(const QString& category, const QString& key)
-{
+void fSelKino::addStepNode(const QString& category, const QString& key) {
     QTreeWidgetItem* parent = m_categoryNodes.value(category);
     if (!parent) {
         // The catalogue has no such category: the step node cannot be placed.
@@ -186,8 +177,7 @@ void fSelKino::addStepNode(const QString& category, const QString& key)
     node->setData(0, KeyRole, key);
 }
 
-void fSelKino::BuildTree()
-{
+void fSelKino::BuildTree() {
     m_tv->clear();
     m_categoryKeys.clear();
     m_categoryNodes.clear();
@@ -202,7 +192,8 @@ void fSelKino::BuildTree()
     for (const CSelection& e : sels->entries()) {
         if (e.Category == cat::STEP || e.Category == cat::JMP || e.Category == cat::CALL)
             continue;
-        auto* node = new QTreeWidgetItem(m_categoryNodes.value(e.Category), QStringList{e.Digital + '\t' + e.Advice});
+        auto* node =
+            new QTreeWidgetItem(m_categoryNodes.value(e.Category), QStringList{e.Digital + '\t' + e.Advice});
         node->setData(0, KeyRole, QString::number(e.value) + "key");
         node->setData(0, TagRole, int(e.value));
         node->setData(0, DigitalRole, e.Digital);
@@ -230,8 +221,7 @@ void fSelKino::BuildTree()
     }
 }
 
-void fSelKino::BuildCategoryBar()
-{
+void fSelKino::BuildCategoryBar() {
     m_tBarCate->clear();
     for (const QString& key : std::as_const(m_categoryKeys)) {
         const QString category = key.left(key.size() - 3);
@@ -242,8 +232,7 @@ void fSelKino::BuildCategoryBar()
     }
 }
 
-void fSelKino::onCategoryButton(const QString& key)
-{
+void fSelKino::onCategoryButton(const QString& key) {
     QTreeWidgetItem* node = findNodeByKey(key);
     if (!node)
         return;
@@ -252,13 +241,11 @@ void fSelKino::onCategoryButton(const QString& key)
     m_tv->scrollToItem(node, QAbstractItemView::PositionAtTop);
 }
 
-QTreeWidgetItem* fSelKino::categoryNode(const QString& category) const
-{
+QTreeWidgetItem* fSelKino::categoryNode(const QString& category) const {
     return m_categoryNodes.value(category);
 }
 
-QList<QTreeWidgetItem*> fSelKino::allNodes() const
-{
+QList<QTreeWidgetItem*> fSelKino::allNodes() const {
     QList<QTreeWidgetItem*> out;
     for (int i = 0; i < m_tv->topLevelItemCount(); ++i) {
         QTreeWidgetItem* top = m_tv->topLevelItem(i);
@@ -269,16 +256,14 @@ QList<QTreeWidgetItem*> fSelKino::allNodes() const
     return out;
 }
 
-QTreeWidgetItem* fSelKino::findNodeByKey(const QString& key) const
-{
+QTreeWidgetItem* fSelKino::findNodeByKey(const QString& key) const {
     for (QTreeWidgetItem* n : allNodes())
         if (n->data(0, KeyRole).toString() == key)
             return n;
     return nullptr;
 }
 
-void fSelKino::SelectTopNode()
-{
+void fSelKino::SelectTopNode() {
     QTreeWidgetItem* top = m_tv->topLevelItem(0);
     if (!top)
         return;
@@ -286,30 +271,26 @@ void fSelKino::SelectTopNode()
     m_tv->scrollToItem(top, QAbstractItemView::PositionAtTop);
 }
 
-void fSelKino::ClearStepTagVariant()
-{
+void fSelKino::ClearStepTagVariant() {
     if (VMKKind != 3)
         return;
     if (QTreeWidgetItem* n = findNodeByKey(kStepKey))
         n->setData(0, TagRole, 0);
 }
 
-void fSelKino::DoesKillCUNT(bool kill)
-{
+void fSelKino::DoesKillCUNT(bool kill) {
     if (QTreeWidgetItem* n = m_categoryNodes.value(cat::COUNT))
         n->setHidden(kill);
 }
 
-void fSelKino::setExpandAll(bool expand)
-{
+void fSelKino::setExpandAll(bool expand) {
     for (int i = 0; i < m_tv->topLevelItemCount(); ++i)
         m_tv->topLevelItem(i)->setExpanded(expand);
     if (QTreeWidgetItem* top = m_tv->topLevelItem(0))
         m_tv->scrollToItem(top, QAbstractItemView::PositionAtTop);
 }
 
-void fSelKino::unload()
-{
+void fSelKino::unload() {
     hide();
     m_tv->clear();
     m_categoryKeys.clear();
@@ -318,8 +299,7 @@ void fSelKino::unload()
     IsLoaded = false;
 }
 
-void fSelKino::selectOp()
-{
+void fSelKino::selectOp() {
     SaveFormPosition();
     QTreeWidgetItem* node = m_tv->currentItem();
     if (!node || !node->isSelected()) {
@@ -340,21 +320,18 @@ void fSelKino::selectOp()
     done(QDialog::Accepted); // hidden, still loaded with its tree
 }
 
-void fSelKino::cancelOp()
-{
+void fSelKino::cancelOp() {
     SaveFormPosition();
     retValue = orgValue;
     done(QDialog::Rejected);
     unload();
 }
 
-void fSelKino::reject()
-{
+void fSelKino::reject() {
     cancelOp();
 }
 
-void fSelKino::findOp()
-{
+void fSelKino::findOp() {
     QString previous;
     for (;;) {
         const std::optional<QString> answer = m_prompter.inputText(
@@ -378,8 +355,7 @@ void fSelKino::findOp()
     }
 }
 
-bool fSelKino::stepNumberEntry(QTreeWidgetItem* node)
-{
+bool fSelKino::stepNumberEntry(QTreeWidgetItem* node) {
     const QString prompt = QStringLiteral("Input step number.\n\nmin = 1\nmax = %1").arg(kMaxStep);
     for (;;) {
         const std::optional<QString> answer = m_prompter.inputText(QString(), prompt, QString());
@@ -408,21 +384,18 @@ bool fSelKino::stepNumberEntry(QTreeWidgetItem* node)
     }
 }
 
-void fSelKino::onItemClicked(QTreeWidgetItem* item)
-{
+void fSelKino::onItemClicked(QTreeWidgetItem* item) {
     // Only a mouse click asks for a step number: moving onto the node with the keys does not.
     if (item && item->text(0) == kStepNodeText)
         stepNumberEntry(item);
 }
 
-void fSelKino::onItemDoubleClicked(QTreeWidgetItem* item)
-{
+void fSelKino::onItemDoubleClicked(QTreeWidgetItem* item) {
     if (item && item->childCount() == 0 && item->parent() && item->text(0) != kStepNodeText)
         selectOp();
 }
 
-bool fSelKino::eventFilter(QObject* watched, QEvent* event)
-{
+bool fSelKino::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_tv && event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
         if (key->key() == Qt::Key_F && key->modifiers() == Qt::ControlModifier) {

@@ -30,7 +30,7 @@ public:
     fSelKino(Settings* settings, Prompter& prompter, QWidget* parent = nullptr);
 
     // Set by the owner before Form_Load.
-    int VMKKind = 3;  // 3 step editor, 1 easy customisation editor
+    int VMKKind = 3;   // 3 step editor, 1 easy customisation editor
     int In_or_Out = 1; // 1 input, 2 output
     const CSelections* sels = nullptr;
     qint16 orgValue = -1;
@@ -60,7 +60,9 @@ public:
     QCheckBox* expandCheck() const { return m_chk; }
     QTreeWidgetItem* categoryNode(const QString& category) const;
     QTreeWidgetItem* findNodeByKey(const QString& key) const;
-    QString settingPrefix() const { return In_or_Out == 2 ? QStringLiteral("fSelOut_") : QStringLiteral("fSelIn_"); }
+    QString settingPrefix() const {
+        return In_or_Out == 2 ? QStringLiteral("fSelOut_") : QStringLiteral("fSelIn_");
+    }
 
     // Twips (1/1440 inch) and pixels at the screen's logical resolution.
     int twipsToPixels(int twips) const;

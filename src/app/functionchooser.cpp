@@ -6,33 +6,28 @@
 namespace vkm {
 
 FunctionChooserDialogs::FunctionChooserDialogs(Settings* settings, Prompter& prompter, QWidget* parent)
-    : m_settings(settings), m_prompter(prompter), m_parent(parent)
-{
+    : m_settings(settings), m_prompter(prompter), m_parent(parent) {
     m_inp = make(1);
     m_out = make(2);
 }
 
-FunctionChooserDialogs::~FunctionChooserDialogs()
-{
+FunctionChooserDialogs::~FunctionChooserDialogs() {
     delete m_out.data();
     delete m_inp.data();
 }
 
-fSelKino* FunctionChooserDialogs::make(int In_or_Out)
-{
+fSelKino* FunctionChooserDialogs::make(int In_or_Out) {
     auto* d = new fSelKino(m_settings, m_prompter, m_parent);
     d->In_or_Out = In_or_Out;
     d->setModal(true);
     return d;
 }
 
-fSelKino* FunctionChooserDialogs::dialog(int In_or_Out) const
-{
+fSelKino* FunctionChooserDialogs::dialog(int In_or_Out) const {
     return In_or_Out == 2 ? m_out.data() : m_inp.data();
 }
 
-void FunctionChooserDialogs::LoadForms(int kind, const CSelections* inpSels, const CSelections* outSels)
-{
+void FunctionChooserDialogs::LoadForms(int kind, const CSelections* inpSels, const CSelections* outSels) {
     for (int side : {1, 2}) {
         fSelKino* d = dialog(side);
         if (!d)
@@ -49,15 +44,13 @@ void FunctionChooserDialogs::LoadForms(int kind, const CSelections* inpSels, con
     }
 }
 
-void FunctionChooserDialogs::UnLoadForms()
-{
+void FunctionChooserDialogs::UnLoadForms() {
     for (int side : {2, 1})
         if (fSelKino* d = dialog(side))
             d->unload();
 }
 
-qint16 FunctionChooserDialogs::GetKinoValue(int In_or_Out, qint16 orgValue)
-{
+qint16 FunctionChooserDialogs::GetKinoValue(int In_or_Out, qint16 orgValue) {
     const int side = In_or_Out == 2 ? 2 : 1;
     fSelKino* d = dialog(side);
     m_lastChosen = false;
@@ -71,8 +64,7 @@ qint16 FunctionChooserDialogs::GetKinoValue(int In_or_Out, qint16 orgValue)
     return d->retValue;
 }
 
-FunctionChooser FunctionChooserDialogs::functionChooser()
-{
+FunctionChooser FunctionChooserDialogs::functionChooser() {
     return [this](int inOut, int orgValue, int /*row*/) -> std::optional<int> {
         const qint16 v = GetKinoValue(inOut, qint16(orgValue));
         if (!m_lastChosen)
@@ -81,8 +73,7 @@ FunctionChooser FunctionChooserDialogs::functionChooser()
     };
 }
 
-CategoryChooser FunctionChooserDialogs::categoryChooser() const
-{
+CategoryChooser FunctionChooserDialogs::categoryChooser() const {
     QWidget* parent = m_parent;
     return [parent](const CSelections& sels, const QString& digital) {
         return fSelCategory::choose(sels, digital, parent);

@@ -10,9 +10,12 @@
 #include "custom/ccustominps.h"
 #include "custom/ccustomouts.h"
 #include "custom/initialfiles.h"
+#include "documentcontroller.h"
+#include "finpmemo.h"
 #include "errordialogsink.h"
 #include "guiprompter.h"
 #include "mainwindow.h"
+#include "stepeditorwindow.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -23,6 +26,7 @@
 #include <QMdiSubWindow>
 #include <QScreen>
 #include <QStandardPaths>
+#include <QTableView>
 
 namespace vkm {
 
@@ -164,11 +168,23 @@ void Startup::readInitialFiles() {
 }
 
 QMdiSubWindow* Startup::createUserEditor() {
-    auto* placeholder = new QLabel;
-    placeholder->setObjectName(QStringLiteral("userEditor"));
-    QMdiSubWindow* window = m_window->mdiArea()->addSubWindow(placeholder);
-    window->setWindowTitle(QStringLiteral("STEP"));
+    QMdiArea* mdi = m_window->mdiArea();
+    m_userWindow = new StepEditorWindow(m_context, 0);
+    QMdiSubWindow* window = mdi->addSubWindow(m_userWindow);
+    // The comparison editor exists from the start but is shown only when a comparison
+    // program is opened.
+    m_comparisonWindow = new StepEditorWindow(m_context, 1);
+    QMdiSubWindow* comparison = mdi->addSubWindow(m_comparisonWindow);
+    comparison->hide();
+    m_documents = std::make_unique<DocumentController>(m_context, m_userWindow->editor(),
+                                                       m_comparisonWindow->editor(), m_window.get(), mdi);
+    m_documents->attachWindows(*m_userWindow, *m_comparisonWindow, m_window.get());
+    if (!m_openProgram)
+        m_openProgram = [this](const QString& file) { m_documents->documents().user().ReadStep(0, 0, file); };
+    // The user editor starts with an empty program, as after "New".
+    m_documents->documents().user().NewOp();
     window->show();
+    m_userWindow->grid()->setFocus();
     return window;
 }
 
@@ -179,8 +195,14 @@ void Startup::HikisuOp(const QString& commandLine) {
 }
 
 void Startup::ReleaseActiveX() {
-    // Windows first: they hold pointers to the shared objects below.
+    // The documents first (their temporary files go with them), then the windows: they
+    // hold pointers to the shared objects below.
+    if (m_documents)
+        m_documents->shutdown();
+    m_documents.reset();
     m_userEditor = nullptr;
+    m_userWindow = nullptr;
+    m_comparisonWindow = nullptr;
     m_window.reset();
     if (m_errorSink && ErrorReporter::sink() == m_errorSink.get())
         ErrorReporter::setSink(nullptr);

@@ -12,6 +12,8 @@ class QMdiSubWindow;
 namespace vkm {
 
 class CCustomInps;
+class DocumentController;
+class StepEditorWindow;
 class CCustomOuts;
 class CSelectKino;
 class CSelections;
@@ -52,6 +54,9 @@ public:
     MainWindow* mainWindow() const { return m_window.get(); }
     AppContext& context() { return m_context; }
     QMdiSubWindow* userEditor() const { return m_userEditor; }
+    StepEditorWindow* userEditorWindow() const { return m_userWindow; }
+    StepEditorWindow* comparisonEditorWindow() const { return m_comparisonWindow; }
+    DocumentController* documents() const { return m_documents.get(); }
     // True when every initial file was read.
     bool initialFilesRead() const { return m_initialFilesRead; }
 
@@ -72,7 +77,8 @@ private:
     void InitSettings();
     void placeMainWindow();
     void readInitialFiles();
-    // The user editor's window. Kept in one place so that the step editor slots in here.
+    // The user editor (shown) and the comparison editor (loaded on its first open), and the
+    // document commands of both.
     QMdiSubWindow* createUserEditor();
     void ReleaseActiveX();
 
@@ -91,6 +97,9 @@ private:
     std::unique_ptr<CSelections> m_selCusOut;
     std::unique_ptr<MainWindow> m_window;
     QMdiSubWindow* m_userEditor = nullptr;
+    StepEditorWindow* m_userWindow = nullptr;
+    StepEditorWindow* m_comparisonWindow = nullptr;
+    std::unique_ptr<DocumentController> m_documents;
     bool m_initialFilesRead = false;
     std::function<void(const QString&)> m_openProgram;
 };

@@ -16,26 +16,22 @@ namespace vkm {
 namespace {
 const QString kStar = QString::fromLatin1(StepSheet::kStar);
 
-bool isFunctionKind(int kind)
-{
+bool isFunctionKind(int kind) {
     return kind == KindOutKino || kind == KindInpKino;
 }
 } // namespace
 
-StepDelegate::StepDelegate(QObject* parent) : QStyledItemDelegate(parent)
-{
+StepDelegate::StepDelegate(QObject* parent) : QStyledItemDelegate(parent) {
     ensureEditorResources();
 }
 
-void StepDelegate::prepare(CellEditor editor, const QString& comboList, std::optional<QString> initialText)
-{
+void StepDelegate::prepare(CellEditor editor, const QString& comboList, std::optional<QString> initialText) {
     m_editor = editor;
     m_comboList = comboList;
     m_initialText = std::move(initialText);
 }
 
-QString StepDelegate::picturePath(int kind, const QString& text)
-{
+QString StepDelegate::picturePath(int kind, const QString& text) {
     if (text.isEmpty() || text == kStar)
         return {};
     bool ok = false;
@@ -43,25 +39,29 @@ QString StepDelegate::picturePath(int kind, const QString& text)
     if (!ok)
         return {};
     switch (kind) {
-    case KindLogic: return cellPicturePath(QStringLiteral("bLogic"), value);
-    case KindDelayKind: return cellPicturePath(QStringLiteral("bDelayKind"), value);
-    case KindState: return cellPicturePath(QStringLiteral("bJyotai"), value);
-    case KindRel: return cellPicturePath(QStringLiteral("bRel"), value);
-    default: return {};
+    case KindLogic:
+        return cellPicturePath(QStringLiteral("bLogic"), value);
+    case KindDelayKind:
+        return cellPicturePath(QStringLiteral("bDelayKind"), value);
+    case KindState:
+        return cellPicturePath(QStringLiteral("bJyotai"), value);
+    case KindRel:
+        return cellPicturePath(QStringLiteral("bRel"), value);
+    default:
+        return {};
     }
 }
 
-QFont StepDelegate::categoryFont()
-{
-    static const QString family = QFontDatabase::hasFamily(QStringLiteral("Tahoma")) ? QStringLiteral("Tahoma")
-                                                                                     : QStringLiteral("DejaVu Sans");
+QFont StepDelegate::categoryFont() {
+    static const QString family = QFontDatabase::hasFamily(QStringLiteral("Tahoma"))
+                                      ? QStringLiteral("Tahoma")
+                                      : QStringLiteral("DejaVu Sans");
     QFont f(family);
     f.setPixelSize(8);
     return f;
 }
 
-bool StepDelegate::drawPicture(QPainter* painter, const QRect& rect, const QString& path) const
-{
+bool StepDelegate::drawPicture(QPainter* painter, const QRect& rect, const QString& path) const {
     QPixmap pm;
     if (!QPixmapCache::find(path, &pm)) {
         if (!pm.load(path)) {
@@ -81,8 +81,7 @@ bool StepDelegate::drawPicture(QPainter* painter, const QRect& rect, const QStri
     return true;
 }
 
-void StepDelegate::drawBorders(QPainter* painter, const QRect& rect, const QModelIndex& index) const
-{
+void StepDelegate::drawBorders(QPainter* painter, const QRect& rect, const QModelIndex& index) const {
     painter->setPen(QColor::fromRgb(sheetcolor::CellBorder));
     painter->drawLine(rect.bottomLeft(), rect.bottomRight());
     // Where one group ends and the next begins the border is the grid-line grey.
@@ -92,8 +91,8 @@ void StepDelegate::drawBorders(QPainter* painter, const QRect& rect, const QMode
     painter->drawLine(rect.topRight(), rect.bottomRight());
 }
 
-void StepDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
-{
+void StepDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
     const int kind = index.data(StepTableModel::KindRole).toInt();
     const QString text = index.data(StepTableModel::CellTextRole).toString();
     const QRect r = option.rect;
@@ -134,8 +133,8 @@ void StepDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
     painter->restore();
 }
 
-QWidget* StepDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const
-{
+QWidget* StepDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                                    const QModelIndex& index) const {
     if (m_editor == CellEditor::Combo) {
         auto* combo = new QComboBox(parent);
         for (const QString& entry : m_comboList.split(QLatin1Char('|'), Qt::SkipEmptyParts)) {
@@ -157,8 +156,7 @@ QWidget* StepDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
     return edit;
 }
 
-void StepDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
-{
+void StepDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
     const QString text = m_initialText.value_or(index.data(Qt::EditRole).toString());
     const bool typed = m_initialText.has_value();
     m_initialText.reset();
@@ -174,8 +172,7 @@ void StepDelegate::setEditorData(QWidget* editor, const QModelIndex& index) cons
     }
 }
 
-void StepDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
-{
+void StepDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const {
     if (auto* combo = qobject_cast<QComboBox*>(editor)) {
         if (combo->currentIndex() >= 0)
             model->setData(index, combo->currentData().toString(), Qt::EditRole);

@@ -1,8 +1,8 @@
 #include "stepeditorwindow.h"
 
 #include "appcontext.h"
-#include "functionchooser.h"
 #include "fselcategory.h"
+#include "functionchooser.h"
 #include "stepdelegate.h"
 #include "stepheaderview.h"
 #include "steptablemodel.h"
@@ -12,8 +12,11 @@
 #include "base/settings.h"
 #include "catalogue/cselections.h"
 
+#include <QCloseEvent>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QInputMethod>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
@@ -31,41 +34,55 @@ constexpr int kRowHeight = 24;
 
 // Data column widths in pixels by column kind: wide enough for a cell picture or a
 // function name with its category above it.
-int columnWidth(int kind)
-{
+int columnWidth(int kind) {
     switch (kind) {
     case KindOutKino:
-    case KindInpKino: return 56;
-    case KindLogic: return 54;
-    case KindDelayKind: return 58;
-    case KindDelayValue: return 48;
-    case KindState: return 60;
-    case KindRel: return 48;
-    default: return 60;
+    case KindInpKino:
+        return 56;
+    case KindLogic:
+        return 54;
+    case KindDelayKind:
+        return 62;
+    case KindDelayValue:
+        return 48;
+    case KindState:
+        return 64;
+    case KindRel:
+        return 48;
+    default:
+        return 60;
     }
 }
 
-const CSelections& emptyCatalogue()
-{
+const CSelections& emptyCatalogue() {
     static const CSelections none;
     return none;
 }
 
-bool isComboKind(int kind)
-{
+bool isComboKind(int kind) {
     return kind == KindLogic || kind == KindDelayKind || kind == KindState || kind == KindRel;
 }
 } // namespace
 
+void StepEditorWindow::closeEvent(QCloseEvent* event) {
+    if (m_closeGuard && !m_closeGuard()) {
+        event->ignore();
+        m_grid->setFocus();
+        return;
+    }
+    QWidget::closeEvent(event);
+}
+
 StepEditorWindow::StepEditorWindow(AppContext& context, int USRCMP, QWidget* parent)
-    : QWidget(parent), m_context(context), m_usrcmp(USRCMP)
-{
+    : QWidget(parent), m_context(context), m_usrcmp(USRCMP) {
     setObjectName(isComparison() ? QStringLiteral("fStepCmp") : QStringLiteral("fStep"));
-    const bool inpFirst = m_context.settings
-        && m_context.settings->readBool(Section::General, QStringLiteral("DoesLocateInpFirst"), false);
+    const bool inpFirst =
+        m_context.settings &&
+        m_context.settings->readBool(Section::General, QStringLiteral("DoesLocateInpFirst"), false);
     const CSelections& selout = m_context.selout ? *m_context.selout : emptyCatalogue();
     const CSelections& selinp = m_context.selinp ? *m_context.selinp : emptyCatalogue();
-    m_editor = std::make_unique<StepSheetEditor>(selout, selinp, *m_context.prompter, isComparison(), inpFirst);
+    m_editor =
+        std::make_unique<StepSheetEditor>(selout, selinp, *m_context.prompter, isComparison(), inpFirst);
 
     m_toolBar = new StepToolBar(this);
     buildGrid();
@@ -88,26 +105,29 @@ StepEditorWindow::StepEditorWindow(AppContext& context, int USRCMP, QWidget* par
     }
     wireHooks();
 
-    const bool captions = !m_context.settings
-        || m_context.settings->readBool(Section::General, QStringLiteral("DoesViewButtonCaption"), true);
+    const bool captions =
+        !m_context.settings ||
+        m_context.settings->readBool(Section::General, QStringLiteral("DoesViewButtonCaption"), true);
     ShowButtonCaption(captions);
-    const bool hint = !isComparison()
-        && (!m_context.settings
-            || m_context.settings->readBool(Section::General, QStringLiteral("DoesViewInputMethod"), true));
+    const bool hint =
+        !isComparison() &&
+        (!m_context.settings ||
+         m_context.settings->readBool(Section::General, QStringLiteral("DoesViewInputMethod"), true));
     setHintVisible(hint);
     if (isComparison()) {
-        for (const char* key : {"keyNew", "keyOPEN", "keySAVE", "keyCUT", "keyPASTE", "keyROWINSERT", "keyUNDO",
-                                "keyPULSE", "keyREM"})
+        for (const char* key : {"keyNew", "keyOPEN", "keySAVE", "keyCUT", "keyPASTE", "keyROWINSERT",
+                                "keyUNDO", "keyPULSE", "keyREM"})
             action(QString::fromLatin1(key))->setEnabled(false);
         menuAction(QStringLiteral("keyFUZOKU"), QStringLiteral("keyPASS"))->setEnabled(false);
     }
     updateTitle();
     m_grid->setCurrentIndex(m_model->index(1, 1));
     PrintHint();
+    if (!isComparison())
+        CheckColorCount();
 }
 
-StepEditorWindow::~StepEditorWindow()
-{
+StepEditorWindow::~StepEditorWindow() {
     m_editor->sheet().setSelectionListener({});
     // The model listens to the sheet; it goes before the editor that owns the sheet.
     m_grid->setModel(nullptr);
@@ -115,8 +135,7 @@ StepEditorWindow::~StepEditorWindow()
     m_model = nullptr;
 }
 
-void StepEditorWindow::buildGrid()
-{
+void StepEditorWindow::buildGrid() {
     m_grid = new QTableView(this);
     m_grid->setObjectName(QStringLiteral("fg"));
     m_grid->setHorizontalHeader(new StepHeaderView(Qt::Horizontal, m_grid));
@@ -141,7 +160,8 @@ void StepEditorWindow::buildGrid()
     applyColumnWidths();
     ControlRemarkColumn();
 
-    connect(m_grid->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { onCurrentChanged(); });
+    connect(m_grid->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this] { onCurrentChanged(); });
     connect(m_grid->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { onSelectionChanged(); });
     connect(m_grid, &QTableView::doubleClicked, this,
@@ -157,16 +177,14 @@ void StepEditorWindow::buildGrid()
     m_editor->sheet().setSelectionListener([this] { followSheetSelection(); });
 }
 
-void StepEditorWindow::applyColumnWidths()
-{
+void StepEditorWindow::applyColumnWidths() {
     m_layingOut = true;
     for (int col = 2; col < StepSheet::kCols; ++col)
         m_grid->setColumnWidth(col, columnWidth(m_editor->sheet().colKind(col)));
     m_layingOut = false;
 }
 
-void StepEditorWindow::buildHintPane()
-{
+void StepEditorWindow::buildHintPane() {
     m_picHint = new QWidget(this);
     m_picHint->setObjectName(QStringLiteral("picHint"));
     auto* caption = new QLabel(QStringLiteral("Input method:"), m_picHint);
@@ -179,8 +197,7 @@ void StepEditorWindow::buildHintPane()
     layout->addWidget(m_lblHint, 1);
 }
 
-void StepEditorWindow::buildContextMenu()
-{
+void StepEditorWindow::buildContextMenu() {
     m_contextMenu = new QMenu(this);
     m_contextMenu->setObjectName(QStringLiteral("mnuRightClick"));
     const std::pair<const char*, const char*> items[] = {
@@ -198,8 +215,7 @@ void StepEditorWindow::buildContextMenu()
     });
 }
 
-void StepEditorWindow::connectToolbar()
-{
+void StepEditorWindow::connectToolbar() {
     connect(m_toolBar, &StepToolBar::commandTriggered, this, [this](const QString& key) {
         if (key == QLatin1String("keyFUZOKU")) {
             m_context.prompter->showMessage(98, 2);
@@ -210,8 +226,7 @@ void StepEditorWindow::connectToolbar()
     connect(m_toolBar, &StepToolBar::menuTriggered, this, &StepEditorWindow::menuTriggered);
 }
 
-void StepEditorWindow::wireHooks()
-{
+void StepEditorWindow::wireHooks() {
     EditorHooks hooks;
     hooks.chooseFunction = [this](int inOut, int orgValue, int row) -> std::optional<int> {
         if (!m_chooser)
@@ -229,61 +244,52 @@ void StepEditorWindow::wireHooks()
     };
     hooks.pulseRefresh = [this](int row) { Q_EMIT pulseRefreshRequested(row); };
     hooks.functionChanged = [this](int row, int col) { Q_EMIT functionChanged(row, col); };
+    hooks.snapshot = [this] { Q_EMIT snapshotRequested(); };
     m_editor->setHooks(std::move(hooks));
 }
 
-void StepEditorWindow::setFunctionChooser(FunctionChooser chooser)
-{
+void StepEditorWindow::setFunctionChooser(FunctionChooser chooser) {
     m_chooser = std::move(chooser);
 }
 
-void StepEditorWindow::setCategoryChooser(CategoryChooser chooser)
-{
+void StepEditorWindow::setCategoryChooser(CategoryChooser chooser) {
     m_categoryChooser = std::move(chooser);
 }
 
-QAction* StepEditorWindow::action(const QString& key) const
-{
+QAction* StepEditorWindow::action(const QString& key) const {
     return m_toolBar->action(key);
 }
 
-QAction* StepEditorWindow::menuAction(const QString& buttonKey, const QString& itemKey) const
-{
+QAction* StepEditorWindow::menuAction(const QString& buttonKey, const QString& itemKey) const {
     return m_toolBar->menuAction(buttonKey, itemKey);
 }
 
-QString StepEditorWindow::GetButtonCaption(const QString& key)
-{
+QString StepEditorWindow::GetButtonCaption(const QString& key) {
     return StepToolBar::GetButtonCaption(key);
 }
 
-void StepEditorWindow::ShowButtonCaption(bool show)
-{
+void StepEditorWindow::ShowButtonCaption(bool show) {
     m_toolBar->ShowButtonCaption(show);
 }
 
 // Title ---------------------------------------------------------------------------
 
-void StepEditorWindow::setDocumentPath(const QString& path)
-{
+void StepEditorWindow::setDocumentPath(const QString& path) {
     m_path = path;
     updateTitle();
 }
 
-void StepEditorWindow::setFromMachine(bool fromMachine)
-{
+void StepEditorWindow::setFromMachine(bool fromMachine) {
     m_fromMachine = fromMachine;
     updateTitle();
 }
 
-void StepEditorWindow::setAuthor(const QString& author)
-{
+void StepEditorWindow::setAuthor(const QString& author) {
     m_author = author;
     updateTitle();
 }
 
-QString StepEditorWindow::CreateMyCaption() const
-{
+QString StepEditorWindow::CreateMyCaption() const {
     QString caption = m_fromMachine ? QStringLiteral("***") : QFileInfo(m_path).fileName();
     if (isComparison())
         caption.prepend(QStringLiteral("Refer:"));
@@ -292,52 +298,45 @@ QString StepEditorWindow::CreateMyCaption() const
     return caption;
 }
 
-void StepEditorWindow::updateTitle()
-{
+void StepEditorWindow::updateTitle() {
     setWindowTitle(CreateMyCaption());
 }
 
 // Hint pane, remark column, colours --------------------------------------------------
 
-bool StepEditorWindow::HintVisible() const
-{
+bool StepEditorWindow::HintVisible() const {
     return !m_picHint->isHidden();
 }
 
-void StepEditorWindow::setHintVisible(bool visible)
-{
+void StepEditorWindow::setHintVisible(bool visible) {
     m_picHint->setVisible(visible);
 }
 
-QString StepEditorWindow::hintText() const
-{
+QString StepEditorWindow::hintText() const {
     return m_lblHint->text();
 }
 
-void StepEditorWindow::PrintHint()
-{
+void StepEditorWindow::PrintHint() {
     const QModelIndex cur = m_grid->currentIndex();
     m_lblHint->setText(cur.isValid() ? m_editor->hintText(cur.row(), cur.column()) : QString());
 }
 
-int StepEditorWindow::twipsToPixels(int twips) const
-{
+int StepEditorWindow::twipsToPixels(int twips) const {
     return int(std::lround(double(twips) * logicalDpiX() / 1440.0));
 }
 
-int StepEditorWindow::pixelsToTwips(int pixels) const
-{
+int StepEditorWindow::pixelsToTwips(int pixels) const {
     return int(std::lround(double(pixels) * 1440.0 / logicalDpiX()));
 }
 
-void StepEditorWindow::ControlRemarkColumn()
-{
+void StepEditorWindow::ControlRemarkColumn() {
     m_layingOut = true;
     m_grid->verticalHeader()->setFixedWidth(twipsToPixels(kStepColumnTwips));
     Settings* s = m_context.settings;
     const bool show = !s || s->readBool(Section::General, QStringLiteral("DoesViewRemarkColumn"), true);
-    const int twips = s ? s->readInt(Section::Location, QStringLiteral("RemarkColumnWidth"), kDefaultRemarkTwips)
-                        : kDefaultRemarkTwips;
+    const int twips =
+        s ? s->readInt(Section::Location, QStringLiteral("RemarkColumnWidth"), kDefaultRemarkTwips)
+          : kDefaultRemarkTwips;
     const int col = StepSheet::GetcolRemark();
     m_grid->setColumnHidden(col, !show);
     if (show)
@@ -345,15 +344,14 @@ void StepEditorWindow::ControlRemarkColumn()
     m_layingOut = false;
 }
 
-void StepEditorWindow::onSectionResized(int logicalIndex, int newSize)
-{
+void StepEditorWindow::onSectionResized(int logicalIndex, int newSize) {
     if (m_layingOut || logicalIndex != StepSheet::GetcolRemark() || newSize <= 0 || !m_context.settings)
         return;
-    m_context.settings->writeInt(Section::Location, QStringLiteral("RemarkColumnWidth"), pixelsToTwips(newSize));
+    m_context.settings->writeInt(Section::Location, QStringLiteral("RemarkColumnWidth"),
+                                 pixelsToTwips(newSize));
 }
 
-void StepEditorWindow::CheckColorCount()
-{
+void StepEditorWindow::CheckColorCount() {
     const QScreen* s = screen();
     if (s && s->depth() < 16)
         m_context.prompter->showMessage(70, 2);
@@ -361,19 +359,23 @@ void StepEditorWindow::CheckColorCount()
 
 // Current cell and selection -------------------------------------------------------------
 
-void StepEditorWindow::onCurrentChanged()
-{
+void StepEditorWindow::onCurrentChanged() {
     const QModelIndex cur = m_grid->currentIndex();
     if (!m_syncing && cur.isValid()) {
         m_syncing = true;
         m_editor->sheet().select(cur.row(), cur.column());
         m_syncing = false;
     }
+    // The input method is on only where Japanese text may be typed (the remark cell).
+    const bool ime = cur.isValid() && m_editor->MustIMEON(cur.row(), cur.column());
+    if (m_grid->testAttribute(Qt::WA_InputMethodEnabled) != ime) {
+        m_grid->setAttribute(Qt::WA_InputMethodEnabled, ime);
+        QGuiApplication::inputMethod()->update(Qt::ImEnabled);
+    }
     PrintHint();
 }
 
-void StepEditorWindow::onSelectionChanged()
-{
+void StepEditorWindow::onSelectionChanged() {
     if (m_syncing)
         return;
     const QModelIndex cur = m_grid->currentIndex();
@@ -397,8 +399,7 @@ void StepEditorWindow::onSelectionChanged()
     m_syncing = false;
 }
 
-void StepEditorWindow::followSheetSelection()
-{
+void StepEditorWindow::followSheetSelection() {
     if (m_syncing)
         return;
     m_syncing = true;
@@ -406,8 +407,9 @@ void StepEditorWindow::followSheetSelection()
     const CellRect r = sheet.selection();
     m_grid->setCurrentIndex(m_model->index(sheet.row(), sheet.col()));
     if (!r.isEmpty())
-        m_grid->selectionModel()->select(QItemSelection(m_model->index(r.row1, r.col1), m_model->index(r.row2, r.col2)),
-                                         QItemSelectionModel::ClearAndSelect);
+        m_grid->selectionModel()->select(
+            QItemSelection(m_model->index(r.row1, r.col1), m_model->index(r.row2, r.col2)),
+            QItemSelectionModel::ClearAndSelect);
     m_grid->scrollTo(m_model->index(sheet.row(), sheet.col()));
     m_syncing = false;
     PrintHint();
@@ -415,8 +417,7 @@ void StepEditorWindow::followSheetSelection()
 
 // Keys and editing -----------------------------------------------------------------------
 
-void StepEditorWindow::openCellEditor(int row, int col, const std::optional<QString>& initialText)
-{
+void StepEditorWindow::openCellEditor(int row, int col, const std::optional<QString>& initialText) {
     const int kind = m_editor->sheet().colKind(col);
     const CellEditor editorKind = isComboKind(kind) ? CellEditor::Combo : CellEditor::Text;
     m_delegate->prepare(editorKind, m_editor->comboList(row, col), initialText);
@@ -425,20 +426,23 @@ void StepEditorWindow::openCellEditor(int row, int col, const std::optional<QStr
     m_grid->edit(index);
 }
 
-void StepEditorWindow::F2Op(int row, int col)
-{
+void StepEditorWindow::F2Op(int row, int col) {
     if (!StepSheet::isStepRow(row) || col < 1)
         return;
     switch (m_editor->F2InputOp(row, col)) {
-    case F2Action::StartEdit: openCellEditor(row, col, std::nullopt); break;
-    case F2Action::FunctionWritten: m_grid->setFocus(); break;
-    case F2Action::Nothing: break;
+    case F2Action::StartEdit:
+        openCellEditor(row, col, std::nullopt);
+        break;
+    case F2Action::FunctionWritten:
+        m_grid->setFocus();
+        break;
+    case F2Action::Nothing:
+        break;
     }
     PrintHint();
 }
 
-bool StepEditorWindow::handleGridKey(QKeyEvent* key)
-{
+bool StepEditorWindow::handleGridKey(QKeyEvent* key) {
     const QModelIndex cur = m_grid->currentIndex();
     const int row = cur.row();
     const int col = cur.column();
@@ -456,10 +460,19 @@ bool StepEditorWindow::handleGridKey(QKeyEvent* key)
     if (!cur.isValid())
         return false;
     switch (key->key()) {
-    case Qt::Key_F2: F2Op(row, col); return true;
-    case Qt::Key_Delete: m_editor->DeleteOp(); PrintHint(); return true;
-    case Qt::Key_Space: m_editor->SpaceOp(row, col); PrintHint(); return true;
-    default: break;
+    case Qt::Key_F2:
+        F2Op(row, col);
+        return true;
+    case Qt::Key_Delete:
+        m_editor->DeleteOp();
+        PrintHint();
+        return true;
+    case Qt::Key_Space:
+        m_editor->SpaceOp(row, col);
+        PrintHint();
+        return true;
+    default:
+        break;
     }
     const QString text = key->text();
     if (text.isEmpty() || (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)))
@@ -467,16 +480,31 @@ bool StepEditorWindow::handleGridKey(QKeyEvent* key)
     const QChar ch = text.at(0);
     if (ch.unicode() < 33 || ch.unicode() == 127)
         return false;
-    if (m_editor->typeCharacter(row, col, ch))
-        openCellEditor(row, col, text);
-    PrintHint();
+    typeText(text);
     return true;
 }
 
-bool StepEditorWindow::eventFilter(QObject* watched, QEvent* event)
-{
-    if (watched == m_grid && event->type() == QEvent::KeyPress && handleGridKey(static_cast<QKeyEvent*>(event)))
+void StepEditorWindow::typeText(const QString& text) {
+    const QModelIndex cur = m_grid->currentIndex();
+    if (!cur.isValid() || text.isEmpty())
+        return;
+    if (m_editor->typeCharacter(cur.row(), cur.column(), text.at(0)))
+        openCellEditor(cur.row(), cur.column(), text);
+    PrintHint();
+}
+
+bool StepEditorWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_grid && event->type() == QEvent::KeyPress &&
+        handleGridKey(static_cast<QKeyEvent*>(event)))
         return true;
+    if (watched == m_grid && event->type() == QEvent::InputMethod) {
+        // Text composed with the input method arrives as one commit, not as key presses.
+        const QString text = static_cast<QInputMethodEvent*>(event)->commitString();
+        if (!text.isEmpty()) {
+            typeText(text);
+            return true;
+        }
+    }
     return QWidget::eventFilter(watched, event);
 }
 

@@ -3,6 +3,7 @@
 #include "sheet/stepsheeteditor.h"
 
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 class QLabel;
@@ -74,15 +75,23 @@ public:
     // F2 or a double click on a cell.
     void F2Op(int row, int col);
 
+    // Asked when the window is about to close; false keeps it open (the user editor
+    // cannot be closed on its own).
+    void setCloseGuard(std::function<bool()> guard) { m_closeGuard = std::move(guard); }
+
 Q_SIGNALS:
     void commandTriggered(const QString& key);
     void menuTriggered(const QString& buttonKey, const QString& itemKey);
     void changed();
     void pulseRefreshRequested(int row);
     void functionChanged(int row, int col);
+    // Emitted (directly) before the editor clears a block, so that the document can take
+    // its undo snapshot of the sheet as it was.
+    void snapshotRequested();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void buildGrid();
@@ -92,6 +101,7 @@ private:
     void applyColumnWidths();
     void wireHooks();
     bool handleGridKey(QKeyEvent* key);
+    void typeText(const QString& text);
     void openCellEditor(int row, int col, const std::optional<QString>& initialText);
     void onCurrentChanged();
     void onSelectionChanged();
@@ -118,6 +128,7 @@ private:
     bool m_changed = false;
     bool m_syncing = false;   // the view follows the sheet's selection
     bool m_layingOut = false; // column widths set by the window, not the user
+    std::function<bool()> m_closeGuard;
 };
 
 } // namespace vkm

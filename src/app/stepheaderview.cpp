@@ -9,19 +9,17 @@
 
 namespace vkm {
 
-StepHeaderView::StepHeaderView(Qt::Orientation orientation, QWidget* parent) : QHeaderView(orientation, parent)
-{
+StepHeaderView::StepHeaderView(Qt::Orientation orientation, QWidget* parent)
+    : QHeaderView(orientation, parent) {
     setSectionsClickable(true);
     setHighlightSections(false);
 }
 
-bool StepHeaderView::hasSymbolFont()
-{
+bool StepHeaderView::hasSymbolFont() {
     return QFontDatabase::hasFamily(QString::fromLatin1(StepSheet::kSymbolFont));
 }
 
-void StepHeaderView::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const
-{
+void StepHeaderView::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const {
     if (!model() || !rect.isValid())
         return;
     const Qt::Orientation o = orientation();
@@ -32,7 +30,8 @@ void StepHeaderView::paintSection(QPainter* painter, const QRect& rect, int logi
     painter->drawLine(rect.topRight(), rect.bottomRight());
 
     const QString text = model()->headerData(logicalIndex, o, Qt::DisplayRole).toString();
-    const QString symbolFont = model()->headerData(logicalIndex, o, StepTableModel::HeaderFontRole).toString();
+    const QString symbolFont =
+        model()->headerData(logicalIndex, o, StepTableModel::HeaderFontRole).toString();
     const QColor fore = model()->headerData(logicalIndex, o, Qt::ForegroundRole).value<QColor>();
     if (!symbolFont.isEmpty() && !hasSymbolFont()) {
         // Marlett's "8": a small solid triangle pointing right.

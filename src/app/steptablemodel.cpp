@@ -8,15 +8,13 @@
 namespace vkm {
 
 namespace {
-bool isComboKind(int kind)
-{
+bool isComboKind(int kind) {
     return kind == KindLogic || kind == KindDelayKind || kind == KindState || kind == KindRel;
 }
 } // namespace
 
 StepTableModel::StepTableModel(StepSheetEditor& editor, QObject* parent)
-    : QAbstractTableModel(parent), m_editor(editor)
-{
+    : QAbstractTableModel(parent), m_editor(editor) {
     m_editor.sheet().setChangeListener([this](const CellRect& r) {
         if (r.isEmpty())
             return;
@@ -30,23 +28,19 @@ StepTableModel::StepTableModel(StepSheetEditor& editor, QObject* parent)
     });
 }
 
-StepTableModel::~StepTableModel()
-{
+StepTableModel::~StepTableModel() {
     m_editor.sheet().setChangeListener({});
 }
 
-int StepTableModel::rowCount(const QModelIndex& parent) const
-{
+int StepTableModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : StepSheet::kRows;
 }
 
-int StepTableModel::columnCount(const QModelIndex& parent) const
-{
+int StepTableModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : StepSheet::kCols;
 }
 
-QVariant StepTableModel::data(const QModelIndex& index, int role) const
-{
+QVariant StepTableModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || !checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     const StepSheet& sheet = m_editor.sheet();
@@ -83,8 +77,7 @@ QVariant StepTableModel::data(const QModelIndex& index, int role) const
     }
 }
 
-QVariant StepTableModel::headerData(int section, Qt::Orientation orientation, int role) const
-{
+QVariant StepTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
     const StepSheet& sheet = m_editor.sheet();
     if (section < 0)
         return {};
@@ -92,26 +85,35 @@ QVariant StepTableModel::headerData(int section, Qt::Orientation orientation, in
         if (section >= StepSheet::kCols)
             return {};
         switch (role) {
-        case Qt::DisplayRole: return sheet.headerText(section);
-        case Qt::BackgroundRole: return QColor::fromRgb(sheet.backColor(0, section));
-        case Qt::ForegroundRole: return QColor::fromRgb(sheet.foreColor(0, section));
-        case HeaderFontRole: return sheet.headerFont(section);
-        case KindRole: return sheet.colKind(section);
-        default: return {};
+        case Qt::DisplayRole:
+            return sheet.headerText(section);
+        case Qt::BackgroundRole:
+            return QColor::fromRgb(sheet.backColor(0, section));
+        case Qt::ForegroundRole:
+            return QColor::fromRgb(sheet.foreColor(0, section));
+        case HeaderFontRole:
+            return sheet.headerFont(section);
+        case KindRole:
+            return sheet.colKind(section);
+        default:
+            return {};
         }
     }
     if (section >= StepSheet::kRows)
         return {};
     switch (role) {
-    case Qt::DisplayRole: return sheet.text(section, 0);
-    case Qt::BackgroundRole: return QColor::fromRgb(sheet.backColor(section, 0));
-    case Qt::ForegroundRole: return QColor::fromRgb(sheet.foreColor(section, 0));
-    default: return {};
+    case Qt::DisplayRole:
+        return sheet.text(section, 0);
+    case Qt::BackgroundRole:
+        return QColor::fromRgb(sheet.backColor(section, 0));
+    case Qt::ForegroundRole:
+        return QColor::fromRgb(sheet.foreColor(section, 0));
+    default:
+        return {};
     }
 }
 
-Qt::ItemFlags StepTableModel::flags(const QModelIndex& index) const
-{
+Qt::ItemFlags StepTableModel::flags(const QModelIndex& index) const {
     if (!index.isValid() || !checkIndex(index, CheckIndexOption::IndexIsValid))
         return Qt::NoItemFlags;
     Qt::ItemFlags f = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
@@ -120,10 +122,9 @@ Qt::ItemFlags StepTableModel::flags(const QModelIndex& index) const
     return f;
 }
 
-bool StepTableModel::setData(const QModelIndex& index, const QVariant& value, int role)
-{
-    if (role != Qt::EditRole || !index.isValid() || !checkIndex(index, CheckIndexOption::IndexIsValid)
-        || !(flags(index) & Qt::ItemIsEditable))
+bool StepTableModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (role != Qt::EditRole || !index.isValid() || !checkIndex(index, CheckIndexOption::IndexIsValid) ||
+        !(flags(index) & Qt::ItemIsEditable))
         return false;
     const ValidateResult r = m_editor.fg_ValidateEdit(index.row(), index.column(), value.toString());
     if (!r.accepted)

@@ -14,30 +14,43 @@ struct Button {
 };
 // Left to right; an empty key is a separator.
 const Button kButtons[] = {
-    {"keyNew", "New"},    {"keyOPEN", "Open"},    {"keySAVE", "Save"},     {"", ""},
-    {"keyFind", "Find"},  {"keyPRINT", "Print"},  {"", ""},                {"keyCUT", "Cut"},
-    {"keyCOPY", "Copy"},  {"keyPASTE", "Paste"},  {"keyROWINSERT", "Insert"}, {"keyUNDO", "Undo"},
-    {"", ""},             {"keyPULSE", "Pulse"},  {"", ""},                {"keyREM", "Rem"},
-    {"", ""},             {"keyFUZOKU", "Info"},  {"", ""},                {"keyHelp", "Help"},
+    {"keyNew", "New"},
+    {"keyOPEN", "Open"},
+    {"keySAVE", "Save"},
+    {"", ""},
+    {"keyFind", "Find"},
+    {"keyPRINT", "Print"},
+    {"", ""},
+    {"keyCUT", "Cut"},
+    {"keyCOPY", "Copy"},
+    {"keyPASTE", "Paste"},
+    {"keyROWINSERT", "Insert"},
+    {"keyUNDO", "Undo"},
+    {"", ""},
+    {"keyPULSE", "Pulse"},
+    {"", ""},
+    {"keyREM", "Rem"},
+    {"", ""},
+    {"keyFUZOKU", "Info"},
+    {"", ""},
+    {"keyHelp", "Help"},
 };
 
 const QString kFindTip = QStringLiteral("Find function / replace(CTRL+F)");
 
 // Work that is not part of the editor yet: present, never pretending to run.
-const QStringList kNotYet = {"keyFind", "keyPRINT", "keyCUT", "keyCOPY", "keyPASTE", "keyROWINSERT",
-                             "keyPULSE", "keyREM", "keyHelp"};
+const QStringList kNotYet = {"keyFind",      "keyPRINT", "keyCUT", "keyCOPY", "keyPASTE",
+                             "keyROWINSERT", "keyPULSE", "keyREM", "keyHelp"};
 } // namespace
 
-QString StepToolBar::GetButtonCaption(const QString& key)
-{
+QString StepToolBar::GetButtonCaption(const QString& key) {
     for (const Button& b : kButtons)
         if (*b.key && key == QLatin1String(b.key))
             return QString::fromLatin1(b.caption);
     return QStringLiteral("UNKNOWN");
 }
 
-QStringList StepToolBar::buttonKeys()
-{
+QStringList StepToolBar::buttonKeys() {
     QStringList keys;
     for (const Button& b : kButtons)
         if (*b.key)
@@ -45,8 +58,7 @@ QStringList StepToolBar::buttonKeys()
     return keys;
 }
 
-StepToolBar::StepToolBar(QWidget* parent) : QToolBar(parent)
-{
+StepToolBar::StepToolBar(QWidget* parent) : QToolBar(parent) {
     ensureEditorResources();
     setObjectName(QStringLiteral("tBar"));
     setIconSize(QSize(24, 24));
@@ -83,8 +95,7 @@ StepToolBar::StepToolBar(QWidget* parent) : QToolBar(parent)
     ShowButtonCaption(true);
 }
 
-QAction* StepToolBar::addButton(const QString& key, const QString& imageKey)
-{
+QAction* StepToolBar::addButton(const QString& key, const QString& imageKey) {
     QAction* a = addAction(editorIcon(imageKey), GetButtonCaption(key));
     a->setObjectName(key);
     a->setToolTip(key == QLatin1String("keyFind") ? kFindTip : GetButtonCaption(key));
@@ -101,8 +112,7 @@ QAction* StepToolBar::addButton(const QString& key, const QString& imageKey)
     return a;
 }
 
-void StepToolBar::addMenuItem(const QString& buttonKey, const QString& itemKey, const QString& text)
-{
+void StepToolBar::addMenuItem(const QString& buttonKey, const QString& itemKey, const QString& text) {
     QAction* button = m_buttons.value(buttonKey);
     QMenu* menu = button->menu();
     if (!menu) {
@@ -114,22 +124,20 @@ void StepToolBar::addMenuItem(const QString& buttonKey, const QString& itemKey, 
     QAction* item = menu->addAction(text);
     item->setObjectName(itemKey);
     m_items.insert(buttonKey + '/' + itemKey, item);
-    connect(item, &QAction::triggered, this, [this, buttonKey, itemKey] { Q_EMIT menuTriggered(buttonKey, itemKey); });
+    connect(item, &QAction::triggered, this,
+            [this, buttonKey, itemKey] { Q_EMIT menuTriggered(buttonKey, itemKey); });
 }
 
-void StepToolBar::addMenuSeparator(const QString& buttonKey)
-{
+void StepToolBar::addMenuSeparator(const QString& buttonKey) {
     if (QMenu* menu = m_buttons.value(buttonKey)->menu())
         menu->addSeparator();
 }
 
-QAction* StepToolBar::menuAction(const QString& buttonKey, const QString& itemKey) const
-{
+QAction* StepToolBar::menuAction(const QString& buttonKey, const QString& itemKey) const {
     return m_items.value(buttonKey + '/' + itemKey);
 }
 
-void StepToolBar::ShowButtonCaption(bool show)
-{
+void StepToolBar::ShowButtonCaption(bool show) {
     m_captions = show;
     setToolButtonStyle(show ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
     for (auto it = m_buttons.cbegin(); it != m_buttons.cend(); ++it)

@@ -1,6 +1,7 @@
 // The step editor window on real widgets: keys and clicks go to the grid, the sheet
 // editor decides, the window shows its answer.
 #include "appcontext.h"
+#include "fselcategory.h"
 #include "fselkino.h"
 #include "functionchooser.h"
 #include "stepdelegate.h"
@@ -17,9 +18,11 @@
 #include <QComboBox>
 #include <QFile>
 #include <QHeaderView>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QTableView>
 #include <QTest>
@@ -32,8 +35,7 @@ using namespace vkm;
 
 namespace {
 
-void fillOutputs(CSelections& s)
-{
+void fillOutputs(CSelections& s) {
     s.Add("OUT1", 1, "Output 1", "OUT", "0", "0");
     s.Add("OUT2", 2, "Output 2", "OUT", "0", "0");
     s.Add("R1", 40, "Register 1", "RGST", "0", "0");
@@ -41,10 +43,11 @@ void fillOutputs(CSelections& s)
     s.Add("JMP", 70, "Jump", "JMP", "0", "0");
     s.Add("CALL", 71, "Call", "CALL", "0", "0");
     s.Add("RET", 72, "Return", "RETURN", "0", "0");
+    s.Add("XS", 80, "Shared name", "OUT", "0", "0");
+    s.Add("XS", 81, "Shared name", "RGST", "0", "0");
 }
 
-void fillInputs(CSelections& s)
-{
+void fillInputs(CSelections& s) {
     s.Add("IN1", 1, "Input 1", "IN", "0", "0");
     s.Add("IN2", 2, "Input 2", "IN", "0", "0");
     s.Add("IN3", 3, "Input 3", "IN", "0", "0");
@@ -61,8 +64,7 @@ struct Editor {
     AppContext ctx;
     std::unique_ptr<StepEditorWindow> win;
 
-    explicit Editor(int usrcmp = 0, const std::function<void(Settings&)>& setup = {})
-    {
+    explicit Editor(int usrcmp = 0, const std::function<void(Settings&)>& setup = {}) {
         fillOutputs(out);
         fillInputs(inp);
         if (setup)
@@ -88,13 +90,17 @@ struct Editor {
     QWidget* openEditor(int row, int col) { return grid()->indexWidget(win->model()->index(row, col)); }
     // Types text on the cell as a user does: the first character opens the cell editor,
     // the rest goes into it, Enter ends the edit.
-    void type(int row, int col, const QString& text)
-    {
+    void type(int row, int col, const QString& text) {
         go(row, col);
-        // A key event carrying the character, as an input method delivers it (QTest can
-        // only name ASCII keys).
-        QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, text.left(1));
-        QApplication::sendEvent(grid(), &press);
+        // QTest can only name ASCII keys: other text comes as the input method commits it.
+        if (text.at(0).unicode() < 128) {
+            QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, text.left(1));
+            QApplication::sendEvent(grid(), &press);
+        } else {
+            QInputMethodEvent commit;
+            commit.setCommitString(text.left(1));
+            QApplication::sendEvent(grid(), &commit);
+        }
         QWidget* e = openEditor(row, col);
         ASSERT_NE(e, nullptr) << "no cell editor opened on " << row << "," << col;
         auto* line = qobject_cast<QLineEdit*>(e);
@@ -103,13 +109,11 @@ struct Editor {
         QTest::keyClick(line, Qt::Key_Return);
         QCoreApplication::processEvents(); // the delegate commits through a queued call
     }
-    void setup(int row, int col, const QString& text)
-    {
+    void setup(int row, int col, const QString& text) {
         ASSERT_TRUE(ed().enterText(row, col, text)) << row << "," << col << " " << text.toStdString();
     }
     // An output group with function, logic and delay kind.
-    void output(int row, int col, const QString& fn, const QString& logic, const QString& kind)
-    {
+    void output(int row, int col, const QString& fn, const QString& logic, const QString& kind) {
         setup(row, col, fn);
         setup(row, col + 1, logic);
         setup(row, col + 2, kind);
@@ -117,10 +121,19 @@ struct Editor {
     std::vector<int> messages() const { return prompter.numbers(); }
 };
 
+// Runs action on the next modal dialog once it is up (it opens later, inside a nested loop).
+void whenModal(std::function<void(QWidget*)> action, int triesLeft = 200) {
+    QTimer::singleShot(5, [action = std::move(action), triesLeft]() mutable {
+        if (QWidget* w = QApplication::activeModalWidget())
+            action(w);
+        else if (triesLeft > 0)
+            whenModal(std::move(action), triesLeft - 1);
+    });
+}
+
 } // namespace
 
-TEST(StepEditorEntry, LowerCaseFunctionIsAcceptedWithItsCategoryAndUnknownNameRefused)
-{
+TEST(StepEditorEntry, LowerCaseFunctionIsAcceptedWithItsCategoryAndUnknownNameRefused) {
     Editor e;
     QAbstractItemModelTester tester(e.win->model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
     e.type(1, e.out1(), "out1");
@@ -135,8 +148,7 @@ TEST(StepEditorEntry, LowerCaseFunctionIsAcceptedWithItsCategoryAndUnknownNameRe
     EXPECT_EQ(e.messages(), std::vector<int>{67});
 }
 
-TEST(StepEditorEntry, StarCellsAndJumpLogicAreRefused)
-{
+TEST(StepEditorEntry, StarCellsAndJumpLogicAreRefused) {
     Editor e;
     e.setup(1, e.out1(), "RET");
     e.setup(2, e.out1(), "JMP");
@@ -156,8 +168,7 @@ TEST(StepEditorEntry, StarCellsAndJumpLogicAreRefused)
     EXPECT_EQ(e.sheet().text(2, e.out1() + 1), logic);
 }
 
-TEST(StepEditorEntry, TimerDelayMustBeInRangeAndEven)
-{
+TEST(StepEditorEntry, TimerDelayMustBeInRangeAndEven) {
     struct Case {
         QString typed;
         QString stored; // what the cell holds afterwards
@@ -179,11 +190,12 @@ TEST(StepEditorEntry, TimerDelayMustBeInRangeAndEven)
     }
 }
 
-TEST(StepEditorEntry, RemarkIsLimitedToTwentyBytes)
-{
+TEST(StepEditorEntry, RemarkIsLimitedToTwentyBytes) {
     const QString kanji = QString::fromUtf8("\u6f22");
-    const std::vector<std::pair<QString, bool>> cases = {
-        {QString(20, 'a'), true}, {QString(21, 'a'), false}, {kanji.repeated(10), true}, {kanji.repeated(11), false}};
+    const std::vector<std::pair<QString, bool>> cases = {{QString(20, 'a'), true},
+                                                         {QString(21, 'a'), false},
+                                                         {kanji.repeated(10), true},
+                                                         {kanji.repeated(11), false}};
     for (const auto& [text, ok] : cases) {
         Editor e;
         e.type(3, 1, text);
@@ -192,8 +204,7 @@ TEST(StepEditorEntry, RemarkIsLimitedToTwentyBytes)
     }
 }
 
-TEST(StepEditorEntry, CounterRowsAndInputsAfterEnd)
-{
+TEST(StepEditorEntry, CounterRowsAndInputsAfterEnd) {
     Editor e;
     e.setup(1, e.out1(), "OUT1");
     e.setup(1, e.in(1), "C1");
@@ -219,8 +230,25 @@ TEST(StepEditorEntry, CounterRowsAndInputsAfterEnd)
     EXPECT_EQ(e.sheet().text(2, e.in(3)), "");
 }
 
-TEST(StepEditorEntry, SpaceCyclesComboAndF2OpensItsList)
-{
+TEST(StepEditorEntry, DeleteClearsTheSelectionAfterTheSnapshot) {
+    Editor e;
+    e.output(1, e.out1(), "OUT1", "1", "2");
+    e.setup(1, 1, "note");
+    QStringList order;
+    QObject::connect(e.win.get(), &StepEditorWindow::snapshotRequested,
+                     [&] { order << "snapshot:" + e.sheet().text(1, 1); });
+    e.win->setChanged(false);
+    e.go(1, 1);
+    QTest::keyClick(e.grid(), Qt::Key_Right, Qt::ShiftModifier); // remark and output function
+    QTest::keyClick(e.grid(), Qt::Key_Delete);
+    EXPECT_EQ(order, QStringList{"snapshot:note"});
+    EXPECT_EQ(e.sheet().text(1, 1), "");
+    EXPECT_EQ(e.sheet().text(1, e.out1()), "");
+    EXPECT_EQ(e.sheet().text(1, e.out1() + 1), "") << "the function's dependent cells go with it";
+    EXPECT_TRUE(e.win->IsChanged());
+}
+
+TEST(StepEditorEntry, SpaceCyclesComboAndF2OpensItsList) {
     Editor e;
     e.setup(1, e.out1(), "OUT1");
     const int logic = e.out1() + 1;
@@ -248,8 +276,7 @@ TEST(StepEditorEntry, SpaceCyclesComboAndF2OpensItsList)
     EXPECT_EQ(e.sheet().text(1, logic), "2");
 }
 
-TEST(StepEditorEntry, F2OnFunctionCellsUsesTheChooser)
-{
+TEST(StepEditorEntry, F2OnFunctionCellsUsesTheChooser) {
     Editor e;
     std::vector<std::tuple<int, int, int>> asked;
     e.win->setFunctionChooser([&](int inOut, int org, int row) -> std::optional<int> {
@@ -274,14 +301,17 @@ TEST(StepEditorEntry, F2OnFunctionCellsUsesTheChooser)
     EXPECT_EQ(asked[2], std::make_tuple(1, -1, 4));
 }
 
-TEST(StepEditorEntry, F2OpensTheRealSelectionDialog)
-{
+TEST(StepEditorEntry, F2OpensTheRealSelectionDialog) {
     Editor e;
     FunctionChooserDialogs* dialogs = e.win->functionDialogs();
     ASSERT_NE(dialogs, nullptr);
-    QTimer::singleShot(0, [&] {
+    whenModal([&](QWidget* modal) {
         fSelKino* d = dialogs->dialog(2);
-        ASSERT_TRUE(d->isVisible());
+        if (modal != d) {
+            ADD_FAILURE() << "the output dialog is not the modal window";
+            modal->close();
+            return;
+        }
         d->setExpandAll(true);
         d->tree()->setCurrentItem(d->findNodeByKey("2key"));
         d->selectOp();
@@ -292,8 +322,31 @@ TEST(StepEditorEntry, F2OpensTheRealSelectionDialog)
     EXPECT_EQ(e.sheet().data(5, e.out1()), "OUT");
 }
 
-TEST(StepEditorComparison, NothingIsEditableAndFileCommandsAreDisabled)
-{
+TEST(StepEditorEntry, SharedDigitalTextAsksForTheCategory) {
+    Editor e;
+    QStringList lines;
+    QString highlighted;
+    whenModal([&](QWidget* modal) {
+        auto* dialog = qobject_cast<fSelCategory*>(modal);
+        if (!dialog) {
+            ADD_FAILURE() << "not the category dialog";
+            modal->close();
+            return;
+        }
+        for (int i = 0; i < dialog->list()->count(); ++i)
+            lines << dialog->list()->item(i)->text();
+        highlighted = dialog->SelectedCategory();
+        dialog->list()->setCurrentRow(1);
+        QTest::keyClick(dialog->list(), Qt::Key_Return);
+    });
+    e.type(2, e.out1(), "xs");
+    EXPECT_EQ(lines, (QStringList{"OUT", "RGST"}));
+    EXPECT_EQ(highlighted, "OUT");
+    EXPECT_EQ(e.sheet().text(2, e.out1()), "XS");
+    EXPECT_EQ(e.sheet().data(2, e.out1()), "RGST");
+}
+
+TEST(StepEditorComparison, NothingIsEditableAndFileCommandsAreDisabled) {
     Editor e(1);
     e.win->setFunctionChooser([](int, int, int) -> std::optional<int> { return 1; });
     e.go(1, e.out1());
@@ -315,8 +368,7 @@ TEST(StepEditorComparison, NothingIsEditableAndFileCommandsAreDisabled)
     EXPECT_TRUE(e.win->action("keyFUZOKU")->isEnabled());
 }
 
-TEST(StepEditorToolbar, CaptionsMenusAndCommands)
-{
+TEST(StepEditorToolbar, CaptionsMenusAndCommands) {
     Editor e;
     EXPECT_EQ(StepEditorWindow::GetButtonCaption("keyROWINSERT"), "Insert");
     EXPECT_EQ(StepEditorWindow::GetButtonCaption("keyFUZOKU"), "Info");
@@ -326,13 +378,14 @@ TEST(StepEditorToolbar, CaptionsMenusAndCommands)
     EXPECT_EQ(e.win->menuAction("keyOPEN", "InitialPath")->text(), "&3  Read/Save path setting");
     EXPECT_EQ(e.win->menuAction("keyFUZOKU", "keyPASS")->text(), "&2  Pasword, Author");
     // Work of later stages is present but cannot be started.
-    for (const char* key : {"keyFind", "keyPRINT", "keyCUT", "keyCOPY", "keyPASTE", "keyROWINSERT", "keyPULSE",
-                            "keyREM", "keyHelp"})
+    for (const char* key : {"keyFind", "keyPRINT", "keyCUT", "keyCOPY", "keyPASTE", "keyROWINSERT",
+                            "keyPULSE", "keyREM", "keyHelp"})
         EXPECT_FALSE(e.win->action(key)->isEnabled()) << key;
     EXPECT_FALSE(e.win->menuAction("keySAVE", "keySAVE2")->isEnabled());
 
     QStringList commands, items;
-    QObject::connect(e.win.get(), &StepEditorWindow::commandTriggered, [&](const QString& k) { commands << k; });
+    QObject::connect(e.win.get(), &StepEditorWindow::commandTriggered,
+                     [&](const QString& k) { commands << k; });
     QObject::connect(e.win.get(), &StepEditorWindow::menuTriggered,
                      [&](const QString& b, const QString& i) { items << b + "/" + i; });
     e.win->action("keyNew")->trigger();
@@ -340,7 +393,9 @@ TEST(StepEditorToolbar, CaptionsMenusAndCommands)
     e.win->menuAction("keySAVE", "keySAVEAS")->trigger();
     e.win->action("keyFUZOKU")->trigger();
     QTest::keyClick(e.grid(), Qt::Key_C, Qt::ControlModifier); // copy is disabled: nothing
-    EXPECT_EQ(commands, QStringList{"keyNew"});
+    e.win->action("keyFind")->setEnabled(true);                // as the find window will
+    QTest::keyClick(e.grid(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(commands, (QStringList{"keyNew", "keyFind"}));
     EXPECT_EQ(items, (QStringList{"keyOPEN/keyREAD_USER1", "keySAVE/keySAVEAS"}));
     EXPECT_EQ(e.messages(), std::vector<int>{98});
 
@@ -352,8 +407,7 @@ TEST(StepEditorToolbar, CaptionsMenusAndCommands)
     EXPECT_EQ(e.win->action("keyUNDO")->toolTip(), "Undo");
 }
 
-TEST(StepEditorWindowState, TitleRemarkColumnAndHintPane)
-{
+TEST(StepEditorWindowState, TitleRemarkColumnAndHintPane) {
     Editor e(0, [](Settings& s) { s.writeInt(Section::Location, "RemarkColumnWidth", 2880); });
     e.win->setDocumentPath("/data/prog/SEW1.GSP");
     EXPECT_EQ(e.win->windowTitle(), "SEW1.GSP");
@@ -380,26 +434,31 @@ TEST(StepEditorWindowState, TitleRemarkColumnAndHintPane)
     EXPECT_TRUE(e.win->HintVisible());
     e.go(1, 1);
     EXPECT_EQ(e.win->hintText(), "Edit:[F2], DoubleClick");
+    EXPECT_TRUE(e.grid()->testAttribute(Qt::WA_InputMethodEnabled)) << "remarks may be Japanese";
+    e.go(1, e.out1());
+    EXPECT_FALSE(e.grid()->testAttribute(Qt::WA_InputMethodEnabled));
 }
 
-TEST(StepEditorDisplay, HeadersPicturesAndContextMenu)
-{
+TEST(StepEditorDisplay, HeadersPicturesAndContextMenu) {
     Editor e;
     QAbstractItemModel* m = e.win->model();
     EXPECT_EQ(m->headerData(e.out1(), Qt::Horizontal).toString(), "Output");
     EXPECT_EQ(m->headerData(e.in(1) + 2, Qt::Horizontal).toString(), "8");
-    EXPECT_EQ(m->headerData(e.in(1) + 2, Qt::Horizontal, StepTableModel::HeaderFontRole).toString(), "Marlett");
+    EXPECT_EQ(m->headerData(e.in(1) + 2, Qt::Horizontal, StepTableModel::HeaderFontRole).toString(),
+              "Marlett");
     EXPECT_EQ(m->headerData(7, Qt::Vertical).toString(), "7");
     EXPECT_EQ(m->index(3, 0).data(Qt::BackgroundRole).value<QColor>(), QColor(0xB9, 0xAA, 0x9D));
 
     // Every code of every picture column has its picture; "***" and empty cells have none.
-    const std::vector<std::pair<int, std::vector<int>>> codes = {{KindLogic, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}},
-                                                                 {KindDelayKind, {0, 2, 4, 6, 8}},
-                                                                 {KindState, {0, 1, 2, 3}},
-                                                                 {KindRel, {0, 1, 2, 3, 4, 5, 6, 7, 8}}};
+    const std::vector<std::pair<int, std::vector<int>>> codes = {
+        {KindLogic, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}},
+        {KindDelayKind, {0, 2, 4, 6, 8}},
+        {KindState, {0, 1, 2, 3}},
+        {KindRel, {0, 1, 2, 3, 4, 5, 6, 7, 8}}};
     for (const auto& [kind, values] : codes)
         for (int v : values)
-            EXPECT_FALSE(QPixmap(StepDelegate::picturePath(kind, QString::number(v))).isNull()) << kind << " " << v;
+            EXPECT_FALSE(QPixmap(StepDelegate::picturePath(kind, QString::number(v))).isNull())
+                << kind << " " << v;
     EXPECT_TRUE(StepDelegate::picturePath(KindLogic, "***").isEmpty());
     EXPECT_TRUE(StepDelegate::picturePath(KindLogic, "").isEmpty());
 
@@ -423,8 +482,7 @@ TEST(StepEditorDisplay, HeadersPicturesAndContextMenu)
 // A filled program as the user sees it. The painted pixels are checked where the look
 // is fixed (disabled grey, pictures only in filled non-"***" cells); with VKM_EDITOR_SHOT
 // set the window is also saved there for a person to look at.
-TEST(StepEditorDisplay, FilledProgramPaintsPicturesStarsAndDisabledRows)
-{
+TEST(StepEditorDisplay, FilledProgramPaintsPicturesStarsAndDisabledRows) {
     Editor e;
     e.win->resize(1280, 980);
     e.win->setDocumentPath("/data/SAMPLE01.GSP");

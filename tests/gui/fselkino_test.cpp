@@ -21,9 +21,8 @@ using namespace vkm;
 
 namespace {
 
-// A small catalogue of each side with the categories the dialog treats specially.
-void fillOutputs(CSelections& s)
-{
+// A small catalogue of each side with the categories the dialog treats apart.
+void fillOutputs(CSelections& s) {
     s.Add("OUT1", 1, "Output 1", "OUT", "0", "0");
     s.Add("OUT2", 2, "Output 2", "OUT", "0", "0");
     s.Add("R1", 40, "Register 1", "RGST", "0", "0");
@@ -35,8 +34,7 @@ void fillOutputs(CSelections& s)
     s.Add("Xshared", 81, "Shared name", "RGST2", "0", "0");
 }
 
-void fillInputs(CSelections& s)
-{
+void fillInputs(CSelections& s) {
     s.Add("IN1", 1, "Input 1", "IN", "0", "0");
     s.Add("in2", 2, "Input 2 (lower-case name)", "IN", "0", "0");
     s.Add("C1", 60, "Counter 1", "COUNT", "0", "99");
@@ -49,8 +47,7 @@ struct Fixture {
     CSelections out;
     CSelections inp;
     fSelKino dialog{ts.settings.get(), prompter};
-    Fixture(int side, int kind)
-    {
+    Fixture(int side, int kind) {
         fillOutputs(out);
         fillInputs(inp);
         dialog.In_or_Out = side;
@@ -60,8 +57,7 @@ struct Fixture {
         dialog.Form_Load();
         dialog.show();
     }
-    QStringList allTexts() const
-    {
+    QStringList allTexts() const {
         QStringList t;
         for (const auto& s : prompter.shown())
             t << s.text;
@@ -69,8 +65,7 @@ struct Fixture {
     }
 };
 
-QStringList childTexts(QTreeWidgetItem* node)
-{
+QStringList childTexts(QTreeWidgetItem* node) {
     QStringList out;
     for (int i = 0; node && i < node->childCount(); ++i)
         out << node->child(i)->text(0);
@@ -79,8 +74,7 @@ QStringList childTexts(QTreeWidgetItem* node)
 
 } // namespace
 
-TEST(FSelKinoTree, CategoriesInCatalogueOrderAndFlowCategoriesHaveNoFunctionNodes)
-{
+TEST(FSelKinoTree, CategoriesInCatalogueOrderAndFlowCategoriesHaveNoFunctionNodes) {
     Fixture f(2, 3);
     QTreeWidget* tv = f.dialog.tree();
     QStringList tops;
@@ -97,10 +91,23 @@ TEST(FSelKinoTree, CategoriesInCatalogueOrderAndFlowCategoriesHaveNoFunctionNode
     EXPECT_TRUE(f.dialog.categoryNode("OUT")->font(0).bold());
     EXPECT_EQ(f.dialog.categoryBar()->actions().size(), 8);
     EXPECT_TRUE(f.dialog.categoryBar()->isVisible());
+
+    // A category button toggles its node and selects it; its image is found without case.
+    QAction* count = f.dialog.categoryBar()->actions().at(2);
+    EXPECT_EQ(count->objectName(), "COUNTkey");
+    EXPECT_FALSE(count->icon().isNull());
+    count->trigger();
+    EXPECT_TRUE(f.dialog.categoryNode("COUNT")->isExpanded());
+    EXPECT_EQ(f.dialog.tree()->currentItem(), f.dialog.categoryNode("COUNT"));
+    count->trigger();
+    EXPECT_FALSE(f.dialog.categoryNode("COUNT")->isExpanded());
+    f.dialog.DoesKillCUNT(true);
+    EXPECT_TRUE(f.dialog.categoryNode("COUNT")->isHidden());
+    f.dialog.DoesKillCUNT(false);
+    EXPECT_FALSE(f.dialog.categoryNode("COUNT")->isHidden());
 }
 
-TEST(FSelKinoTree, InputDialogPutsStepNodeUnderStepAndKindOneHasNoStepNodesOrToolbar)
-{
+TEST(FSelKinoTree, InputDialogPutsStepNodeUnderStepAndKindOneHasNoStepNodesOrToolbar) {
     Fixture in3(1, 3);
     EXPECT_EQ(childTexts(in3.dialog.categoryNode("STEP")), QStringList{fSelKino::kStepNodeText});
     EXPECT_EQ(in3.dialog.categoryNode("IN")->foreground(0).color(), QColor(255, 0, 128));
@@ -112,18 +119,19 @@ TEST(FSelKinoTree, InputDialogPutsStepNodeUnderStepAndKindOneHasNoStepNodesOrToo
     EXPECT_TRUE(out1.dialog.categoryBar()->actions().isEmpty());
 }
 
-TEST(FSelKinoStep, StepNumbersEncodeTargetsAndBadAnswersAskAgain)
-{
+TEST(FSelKinoStep, StepNumbersEncodeTargetsAndBadAnswersAskAgain) {
     struct Case {
         const char* category;
         QStringList answers;
-        int expected;           // retValue after the last answer
-        QStringList messages;   // local messages shown on the way
+        int expected;         // retValue after the last answer
+        QStringList messages; // local messages shown on the way
     };
     const QList<Case> cases = {
         {"CALL", {"1"}, -16384, {}},
         {"JMP", {"32"}, -32737, {}},
-        {"JMP", {"0", "33", "ab", "00005", "", "2"}, jumpTarget(2),
+        {"JMP",
+         {"0", "33", "ab", "00005", "", "2"},
+         jumpTarget(2),
          {"Value is out of range.\n\nMIN = 1\n\nMAX = 32", "Value is out of range.\n\nMIN = 1\n\nMAX = 32",
           "Input step number.", "Input value is too large."}},
     };
@@ -142,8 +150,7 @@ TEST(FSelKinoStep, StepNumbersEncodeTargetsAndBadAnswersAskAgain)
     }
 }
 
-TEST(FSelKinoStep, MouseClickOnStepNodeAsksAndCancelledEntryChoosesNothing)
-{
+TEST(FSelKinoStep, MouseClickOnStepNodeAsksAndCancelledEntryChoosesNothing) {
     Fixture f(2, 3);
     QTreeWidget* tv = f.dialog.tree();
     f.dialog.setExpandAll(true);
@@ -155,8 +162,7 @@ TEST(FSelKinoStep, MouseClickOnStepNodeAsksAndCancelledEntryChoosesNothing)
     EXPECT_EQ(f.dialog.retValue, -1) << "retValue changes only by Select or Cancel";
 }
 
-TEST(FSelKinoSelect, SelectRefusesNothingCategoryAndEmptyStepNode)
-{
+TEST(FSelKinoSelect, SelectRefusesNothingCategoryAndEmptyStepNode) {
     Fixture f(2, 3);
     QTreeWidget* tv = f.dialog.tree();
     tv->clearSelection();
@@ -181,8 +187,7 @@ TEST(FSelKinoSelect, SelectRefusesNothingCategoryAndEmptyStepNode)
     EXPECT_GT(f.dialog.tree()->topLevelItemCount(), 0) << "Select keeps the tree";
 }
 
-TEST(FSelKinoSelect, DoubleClickOnFunctionSelectsAndCancelReturnsOrgValueAndUnloads)
-{
+TEST(FSelKinoSelect, DoubleClickOnFunctionSelectsAndCancelReturnsOrgValueAndUnloads) {
     Fixture f(1, 3);
     QTreeWidget* tv = f.dialog.tree();
     f.dialog.setExpandAll(true);
@@ -203,8 +208,7 @@ TEST(FSelKinoSelect, DoubleClickOnFunctionSelectsAndCancelReturnsOrgValueAndUnlo
     EXPECT_GE(f.ts.settings->readInt(Section::Location, "fSelIn_Width"), 5400);
 }
 
-TEST(FSelKinoFind, CaseInsensitiveExactMatchAndNotFoundAsksAgain)
-{
+TEST(FSelKinoFind, CaseInsensitiveExactMatchAndNotFoundAsksAgain) {
     Fixture f(1, 3);
     QTreeWidget* tv = f.dialog.tree();
     // "IN" is only part of "IN1": not a match; "IN2" matches the lower-case digital "in2".
@@ -225,8 +229,7 @@ TEST(FSelKinoFind, CaseInsensitiveExactMatchAndNotFoundAsksAgain)
     EXPECT_TRUE(f.allTexts().isEmpty());
 }
 
-TEST(FSelKinoSettings, ExpandCheckBoxIsStoredAndWindowKeepsItsMinimumSize)
-{
+TEST(FSelKinoSettings, ExpandCheckBoxIsStoredAndWindowKeepsItsMinimumSize) {
     Fixture f(2, 3);
     f.dialog.expandCheck()->click();
     EXPECT_EQ(f.ts.settings->read(Section::General, "DoesExpandTree"), "1");
@@ -240,8 +243,7 @@ TEST(FSelKinoSettings, ExpandCheckBoxIsStoredAndWindowKeepsItsMinimumSize)
     EXPECT_EQ(f.dialog.height(), f.dialog.twipsToPixels(3525));
 }
 
-TEST(FSelKinoOwner, GetKinoValueRunsTheModalDialogAndCategoryDialogListsSharedDigital)
-{
+TEST(FSelKinoOwner, GetKinoValueRunsTheModalDialogAndCategoryDialogListsSharedDigital) {
     test::TempSettings ts;
     ScriptedPrompter prompter;
     CSelections out, inp;

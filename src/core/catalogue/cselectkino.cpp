@@ -10,7 +10,6 @@
 #include <QFile>
 #include <QFileDevice>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <archive.h>
 #include <archive_entry.h>
@@ -47,37 +46,43 @@ QString flatName(const char* pathname) {
 }
 
 // Copies the data of the current member into target; false (target untouched) on a read
-// error, a member too large, or a file that cannot be written.
+// error, a member too large, or a file that cannot be written. The data goes to a side
+// file that is renamed over the target once complete: the unpacked files are scratch
+// copies in a private folder, so the atomic rename is enough and no disk sync is paid
+// for on every start.
 bool writeMember(archive* a, const QString& target) {
-    QSaveFile out(target);
-    if (!out.open(QIODevice::WriteOnly)) {
+    const QString part = target + QStringLiteral(".part");
+    QFile out(part);
+    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
         reportError(ErrPermissionDenied, kMelt, target);
         return false;
     }
+    auto fail = [&](int number, const QString& text) {
+        out.close();
+        QFile::remove(part);
+        reportError(number, kMelt, text);
+        return false;
+    };
     char buffer[16384];
     qint64 total = 0;
     for (;;) {
         const la_ssize_t n = archive_read_data(a, buffer, sizeof buffer);
         if (n == 0)
             break;
-        if (n < 0) {
-            reportError(ErrIO, kMelt, QString::fromLocal8Bit(archive_error_string(a)));
-            out.cancelWriting();
-            return false;
-        }
+        if (n < 0)
+            return fail(ErrIO, QString::fromLocal8Bit(archive_error_string(a)));
         total += n;
-        if (total > kMaxMemberSize) {
-            reportError(ErrIO, kMelt, QStringLiteral("member too large: ") + target);
-            out.cancelWriting();
-            return false;
-        }
-        if (out.write(buffer, n) != n) {
-            reportError(ErrDiskFull, kMelt, target);
-            out.cancelWriting();
-            return false;
-        }
+        if (total > kMaxMemberSize)
+            return fail(ErrIO, QStringLiteral("member too large: ") + target);
+        if (out.write(buffer, n) != n)
+            return fail(ErrDiskFull, target);
     }
-    if (!out.commit()) {
+    if (!out.flush())
+        return fail(ErrDiskFull, target);
+    out.close();
+    QFile::remove(target);
+    if (!QFile::rename(part, target)) {
+        QFile::remove(part);
         reportError(ErrIO, kMelt, target);
         return false;
     }

@@ -138,8 +138,11 @@ bool CopyFiles(const QString& binaryImage, const QString& destination, Prompter&
     }
     // The user's file is replaced only once the new one is complete: a write that fails
     // part way leaves the previous file as it was.
+    // Unbuffered, so that a short write is seen here and the commit never happens.
     QSaveFile out(destination);
-    if (!out.open(QIODevice::WriteOnly) || out.write(source.readAll()) != source.size() || !out.commit()) {
+    if (!out.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || out.write(source.readAll()) != source.size() ||
+        !out.commit()) {
+        out.cancelWriting();
         reportError(out.error() == QFileDevice::OpenError ? ErrPermissionDenied : ErrIO,
                     QStringLiteral("CopyFiles"));
         return false;

@@ -136,14 +136,17 @@ bool writeOutputs(ImageWriter& w, const CStep& step)
 
 bool writeInputs(ImageWriter& w, const CStep& step, const CSelections& selinp)
 {
-    // A step read back with a RETURN output has no inputs: the machine never looks at
-    // them, so they go out empty.
-    if (!step.inps || step.inps->Count() == 0) {
+    // A step with a RETURN output has no inputs the machine looks at: read back it has
+    // none, and the editor hands over four empty records. Either way they go out empty,
+    // without asking the catalogue about function 0.
+    const auto first = step.inps ? step.inps->Item(QStringLiteral("1")) : nullptr;
+    const bool emptyFirst =
+        first && first->Kino == 0 && first->Rel == RelEnd && first->Jyotai == StateNegEdg;
+    if (!step.inps || step.inps->Count() == 0 || emptyFirst) {
         for (int i = 0; i < kInputsPerStep; ++i)
             PutNullInput(w);
         return true;
     }
-    const auto first = step.inps->Item(QStringLiteral("1"));
     if (!first || !selinp.Item(QString::number(qint16(first->Kino))))
         return failStep(ErrInvalidCall);
     // In a counter step the low nibble of every state byte carries the counter number.
