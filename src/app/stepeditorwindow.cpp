@@ -12,6 +12,7 @@
 #include "base/settings.h"
 #include "catalogue/cselections.h"
 
+#include <QAbstractButton>
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -20,6 +21,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QPainter>
 #include <QScreen>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -63,6 +65,22 @@ bool isComboKind(int kind) {
     return kind == KindLogic || kind == KindDelayKind || kind == KindState || kind == KindRel;
 }
 } // namespace
+
+void StepEditorWindow::paintCorner() {
+    QPainter painter(m_corner);
+    const QRect r = m_corner->rect();
+    const QVariant back = m_model->headerData(0, Qt::Horizontal, Qt::BackgroundRole);
+    const QVariant fore = m_model->headerData(0, Qt::Horizontal, Qt::ForegroundRole);
+    painter.fillRect(r, back.isValid() ? back.value<QColor>() : palette().button().color());
+    painter.setPen(QColor::fromRgb(sheetcolor::CellBorder));
+    painter.drawLine(r.bottomLeft(), r.bottomRight());
+    painter.drawLine(r.topRight(), r.bottomRight());
+    QFont f = font();
+    f.setBold(true);
+    painter.setFont(f);
+    painter.setPen(fore.isValid() ? fore.value<QColor>() : palette().buttonText().color());
+    painter.drawText(r, Qt::AlignCenter, m_model->headerData(0, Qt::Horizontal, Qt::DisplayRole).toString());
+}
 
 void StepEditorWindow::closeEvent(QCloseEvent* event) {
     if (m_closeGuard && !m_closeGuard()) {
@@ -157,6 +175,11 @@ void StepEditorWindow::buildGrid() {
     m_grid->horizontalHeader()->setMinimumSectionSize(0);
     m_grid->horizontalHeader()->setFixedHeight(32); // room for "Delay Value" on two lines
     m_grid->installEventFilter(this);
+    // The corner above the step numbers is the header of the step column: "STEP".
+    m_grid->setCornerButtonEnabled(false);
+    m_corner = m_grid->findChild<QAbstractButton*>();
+    if (m_corner)
+        m_corner->installEventFilter(this);
     applyColumnWidths();
     ControlRemarkColumn();
 
@@ -494,6 +517,10 @@ void StepEditorWindow::typeText(const QString& text) {
 }
 
 bool StepEditorWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_corner && event->type() == QEvent::Paint) {
+        paintCorner();
+        return true;
+    }
     if (watched == m_grid && event->type() == QEvent::KeyPress &&
         handleGridKey(static_cast<QKeyEvent*>(event)))
         return true;

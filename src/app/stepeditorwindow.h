@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 
+class QAbstractButton;
 class QLabel;
 class QMenu;
 class QTableView;
@@ -108,6 +109,7 @@ private:
     void followSheetSelection();
     void onSectionResized(int logicalIndex, int newSize);
     void updateTitle();
+    void paintCorner();
 
     AppContext& m_context;
     int m_usrcmp;
@@ -129,6 +131,7 @@ private:
     bool m_syncing = false;   // the view follows the sheet's selection
     bool m_layingOut = false; // column widths set by the window, not the user
     std::function<bool()> m_closeGuard;
+    QAbstractButton* m_corner = nullptr; // the corner above the step numbers
 };
 
 } // namespace vkm
