@@ -36,11 +36,11 @@ void FunctionChooserDialogs::LoadForms(int kind, const CSelections* inpSels, con
             d->SelectTopNode();
             continue;
         }
+        // The dialog is loaded (its tree built) when it is first opened: building both
+        // trees here would hold up every window that prepares its dialogs.
         d->VMKKind = kind;
         d->In_or_Out = side;
         d->sels = side == 2 ? outSels : inpSels;
-        d->Form_Load();
-        d->hide();
     }
 }
 
