@@ -66,7 +66,10 @@ void DocumentController::attachWindows(StepEditorWindow& user, StepEditorWindow&
     connect(&user, &StepEditorWindow::changed, this, [this] { m_documents->user().setChanged(true); });
     // Clearing a block of cells takes an undo snapshot of the sheet as it was.
     connect(&user, &StepEditorWindow::snapshotRequested, this, [this] { m_documents->user().SaveCurrent(); });
+    // The user editor closes only with the application, once its question was answered.
     user.setCloseGuard([this] {
+        if (m_applicationClosing)
+            return true;
         refuseUserEditorClose();
         return false;
     });
@@ -81,7 +84,10 @@ void DocumentController::attachWindows(StepEditorWindow& user, StepEditorWindow&
     };
     if (mainWindow) {
         hooks.tileHorizontally = [mainWindow] { mainWindow->tileHorizontally(); };
-        mainWindow->setCanClose([this] { return canCloseApplication(); });
+        mainWindow->setCanClose([this] {
+            m_applicationClosing = canCloseApplication();
+            return m_applicationClosing;
+        });
     }
     setWindowHooks(hooks);
 }

@@ -80,6 +80,7 @@ private:
     QPointer<fInpMemo> m_memo;
     std::function<bool(const QString&)> m_opener;
     bool m_shutDown = false;
+    bool m_applicationClosing = false; // the close question was answered: the editors may go
 };
 
 } // namespace vkm

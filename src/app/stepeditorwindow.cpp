@@ -20,6 +20,7 @@
 #include <QInputMethod>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
 #include <QScreen>
@@ -447,6 +448,18 @@ void StepEditorWindow::openCellEditor(int row, int col, const std::optional<QStr
     const QModelIndex index = m_model->index(row, col);
     m_grid->setCurrentIndex(index);
     m_grid->edit(index);
+    if (!initialText)
+        return;
+    // The view selects the whole text of a new editor; the typed character must not be
+    // replaced by the next key, so the cursor goes behind it instead.
+    QWidget* w = m_grid->indexWidget(index);
+    auto* line = qobject_cast<QLineEdit*>(w);
+    if (!line && w)
+        line = w->findChild<QLineEdit*>();
+    if (line) {
+        line->deselect();
+        line->end(false);
+    }
 }
 
 void StepEditorWindow::F2Op(int row, int col) {

@@ -3,6 +3,10 @@
 #include "base/paths.h"
 #include "catalogue/cselectkino.h"
 #include "custom/initialfiles.h"
+#include "link/machinefiles.h"
+
+#include <QFile>
+#include <QSaveFile>
 
 #include <cstdio>
 
@@ -31,6 +35,40 @@ bool CliContext::loadCatalogues() {
         ReadInitialFiles(kino, m_selout, m_selinp, m_cusI, m_cusO, m_selCusInp, m_selCusOut, m_prompter);
     std::fflush(stderr);
     return m_loadOk;
+}
+
+int CliContext::usageError(const QString& synopsis) {
+    m_err << "usage: vkmstep-cli " << synopsis << '\n';
+    return 2;
+}
+
+bool CliContext::readProgram(const QString& path, CSteps& program) {
+    if (!loadCatalogues())
+        return false;
+    if (!ReadStepData(eUSR, path, program, m_selout, m_selinp, m_prompter)) {
+        m_prompter.showMessage(19, 1); // "Failed to read data."
+        return false;
+    }
+    return true;
+}
+
+bool CliContext::readFile(const QString& path, QByteArray& content) {
+    QFile in(path);
+    if (!in.open(QIODevice::ReadOnly)) {
+        m_err << path << ": " << in.errorString() << '\n';
+        return false;
+    }
+    content = in.readAll();
+    return true;
+}
+
+bool CliContext::writeFile(const QString& path, const QByteArray& content) {
+    QSaveFile out(path);
+    if (!out.open(QIODevice::WriteOnly) || out.write(content) != content.size() || !out.commit()) {
+        m_err << path << ": " << out.errorString() << '\n';
+        return false;
+    }
+    return true;
 }
 
 } // namespace vkm::cli

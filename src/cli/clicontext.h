@@ -4,6 +4,7 @@
 #include "catalogue/cselections.h"
 #include "custom/ccustominps.h"
 #include "custom/ccustomouts.h"
+#include "model/csteps.h"
 
 #include <QTextStream>
 #include <memory>
@@ -30,6 +31,17 @@ public:
     const CCustomInps& cusI() const { return m_cusI; }
     const CCustomOuts& cusO() const { return m_cusO; }
     QString archivePath() const;
+
+    // Prints "usage: vkmstep-cli <synopsis>" on stderr; the exit code of a wrong call (2).
+    int usageError(const QString& synopsis);
+    // Loads the catalogues and reads a program file as the editor opens it. On failure the
+    // reason (and "Failed to read data." for the file itself) has been printed; false.
+    bool readProgram(const QString& path, CSteps& program);
+    // A whole file's bytes; false with "<path>: <reason>" on stderr.
+    bool readFile(const QString& path, QByteArray& content);
+    // Writes the file in one piece (nothing half-written is left behind); false with
+    // "<path>: <reason>" on stderr.
+    bool writeFile(const QString& path, const QByteArray& content);
 
 private:
     QString m_archiveOverride;

@@ -21,10 +21,8 @@ const CSelections* catalogueByName(const QString& name, const CliContext& ctx) {
 
 int runCatalogue(const QStringList& args, CliContext& ctx) {
     const QString which = args.value(0);
-    if (args.size() != 1 || !catalogueByName(which, ctx)) {
-        ctx.err() << "usage: vkmstep-cli catalogue {out|in|cusin|cusout}\n";
-        return 2;
-    }
+    if (args.size() != 1 || !catalogueByName(which, ctx))
+        return ctx.usageError(QStringLiteral("catalogue {out|in|cusin|cusout}"));
     if (!ctx.loadCatalogues())
         return 2;
     // Digital texts are printed exactly as stored: the customisation catalogues pad them

@@ -3,24 +3,17 @@
 #include "command.h"
 
 #include "base/messages.h"
-#include "link/machinefiles.h"
 #include "sheet/stepsheeteditor.h"
 
 namespace vkm::cli {
 namespace {
 
 int runCheck(const QStringList& args, CliContext& ctx) {
-    if (args.size() != 1) {
-        ctx.err() << "usage: vkmstep-cli check FILE.gsp\n";
-        return 2;
-    }
-    if (!ctx.loadCatalogues())
-        return 1;
+    if (args.size() != 1)
+        return ctx.usageError(QStringLiteral("check FILE.gsp"));
     CSteps program;
-    if (!ReadStepData(eUSR, args[0], program, ctx.selout(), ctx.selinp(), ctx.prompter())) {
-        ctx.prompter().showMessage(19, 1); // "Failed to read data."
+    if (!ctx.readProgram(args[0], program))
         return 1;
-    }
     ScriptedPrompter recorder;
     StepSheetEditor editor(ctx.selout(), ctx.selinp(), recorder, false, false);
     editor.PasteData(program);

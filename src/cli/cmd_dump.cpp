@@ -101,10 +101,8 @@ void dumpProgram(QTextStream& s, const CSteps& p, const CliContext& ctx)
 
 int runDump(const QStringList& args, CliContext& ctx)
 {
-    if (args.size() != 1) {
-        ctx.err() << "usage: vkmstep-cli dump FILE.gsp\n";
-        return 2;
-    }
+    if (args.size() != 1)
+        return ctx.usageError(QStringLiteral("dump FILE.gsp"));
     if (!ctx.loadCatalogues())
         return 1;
     bool ok = false;

@@ -5,18 +5,13 @@
 #include "link/memorymap.h"
 #include "link/transfertext.h"
 
-#include <QFile>
-#include <QSaveFile>
-
 namespace vkm::cli {
 namespace {
 
 int runImage(const QStringList& args, CliContext& ctx)
 {
-    if (args.size() != 2) {
-        ctx.err() << "usage: vkmstep-cli image FILE.gsp OUT.bin\n";
-        return 2;
-    }
+    if (args.size() != 2)
+        return ctx.usageError(QStringLiteral("image FILE.gsp OUT.bin"));
     bool ok = false;
     const QByteArray bytes = ParseData(args[0], ctx.prompter(), &ok);
     if (!ok || bytes.size() < memmap::kStepImageBytes) {
@@ -25,13 +20,7 @@ int runImage(const QStringList& args, CliContext& ctx)
                   << " needed\n";
         return 1;
     }
-    QSaveFile out(args[1]);
-    const QByteArray image = bytes.left(memmap::kStepImageBytes);
-    if (!out.open(QIODevice::WriteOnly) || out.write(image) != image.size() || !out.commit()) {
-        ctx.err() << args[1] << ": " << out.errorString() << '\n';
-        return 1;
-    }
-    return 0;
+    return ctx.writeFile(args[1], bytes.left(memmap::kStepImageBytes)) ? 0 : 1;
 }
 
 const CommandRegistration reg({QStringLiteral("image"),

@@ -10,17 +10,11 @@ namespace vkm::cli {
 namespace {
 
 int runResave(const QStringList& args, CliContext& ctx) {
-    if (args.size() != 2) {
-        ctx.err() << "usage: vkmstep-cli resave FILE.gsp OUT.gsp\n";
-        return 2;
-    }
-    if (!ctx.loadCatalogues())
-        return 1;
+    if (args.size() != 2)
+        return ctx.usageError(QStringLiteral("resave FILE.gsp OUT.gsp"));
     CSteps program;
-    if (!ReadStepData(eUSR, args[0], program, ctx.selout(), ctx.selinp(), ctx.prompter())) {
-        ctx.prompter().showMessage(19, 1); // "Failed to read data."
+    if (!ctx.readProgram(args[0], program))
         return 1;
-    }
     // The console prompter prints a failing check's message as the editor would show it.
     StepSheetEditor editor(ctx.selout(), ctx.selinp(), ctx.prompter(), false, false);
     editor.PasteData(program);

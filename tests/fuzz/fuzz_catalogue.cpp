@@ -1,21 +1,15 @@
 // Catalogue line reader (Set06.e .. Set09.e layouts) and the look-ups over whatever it
 // registered: no input may crash it or leave the look-ups inconsistent.
-#include "base/errorreporter.h"
+#include "fuzzsupport.h"
+
 #include "catalogue/cselections.h"
 
 #include <QByteArray>
 #include <cstdint>
 #include <cstdlib>
 
-namespace {
-struct QuietSink : vkm::ErrorSink {
-    void report(const vkm::ErrorReport&) override {}
-};
-} // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    static QuietSink sink;
-    vkm::ErrorReporter::setSink(&sink);
+    vkm::fuzz::muteErrorReports();
     const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
     for (const char* name : {"Set08.e", "Set06.e"}) {
         vkm::CSelections sels;

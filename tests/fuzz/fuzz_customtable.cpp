@@ -1,6 +1,7 @@
 // Set04.e / Set05.e line readers: no input may crash them, and every terminal they accept
 // has masks and indexes as read.
-#include "base/errorreporter.h"
+#include "fuzzsupport.h"
+
 #include "custom/ccustominps.h"
 #include "custom/ccustomouts.h"
 
@@ -8,15 +9,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-namespace {
-struct QuietSink : vkm::ErrorSink {
-    void report(const vkm::ErrorReport&) override {}
-};
-} // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    static QuietSink sink;
-    vkm::ErrorReporter::setSink(&sink);
+    vkm::fuzz::muteErrorReports();
     const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
     vkm::CCustomInps inps;
     inps.readLines(bytes);

@@ -1,6 +1,7 @@
 // Transfer text -> bytes: any input parses without a fault, and whatever step image it
 // yields converts back to text that parses to the same bytes.
-#include "base/errorreporter.h"
+#include "fuzzsupport.h"
+
 #include "base/scriptedprompter.h"
 #include "link/memorymap.h"
 #include "link/transfertext.h"
@@ -8,16 +9,9 @@
 #include <cstdint>
 #include <cstdlib>
 
-namespace {
-struct Quiet : vkm::ErrorSink {
-    void report(const vkm::ErrorReport&) override {}
-};
-} // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static Quiet quiet;
-    vkm::ErrorReporter::setSink(&quiet);
+    vkm::fuzz::muteErrorReports();
     const QByteArray text(reinterpret_cast<const char*>(data), qsizetype(size));
     vkm::ScriptedPrompter prompter;
     bool ok = false;

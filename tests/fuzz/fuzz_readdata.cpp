@@ -1,6 +1,7 @@
 // Bytes -> step program -> bytes: any image reads without a fault; a program read from an
 // image writes (into the private temporary folder only) and reads back to the same steps.
-#include "base/errorreporter.h"
+#include "fuzzsupport.h"
+
 #include "base/tempfolder.h"
 #include "catalogue/cselections.h"
 #include "model/codes.h"
@@ -11,10 +12,6 @@
 #include <cstdlib>
 
 namespace {
-struct Quiet : vkm::ErrorSink {
-    void report(const vkm::ErrorReport&) override {}
-};
-
 struct Catalogues {
     vkm::CSelections selout, selinp;
     Catalogues()
@@ -36,9 +33,8 @@ struct Catalogues {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static Quiet quiet;
     static const Catalogues c;
-    vkm::ErrorReporter::setSink(&quiet);
+    vkm::fuzz::muteErrorReports();
     const QByteArray image(reinterpret_cast<const char*>(data), qsizetype(size));
     vkm::CSteps program;
     if (!program.fromImage(image, c.selout, c.selinp)) {

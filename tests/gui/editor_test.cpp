@@ -9,9 +9,7 @@
 #include "steptablemodel.h"
 #include "steptoolbar.h"
 
-#include "base/scriptedprompter.h"
-#include "catalogue/cselections.h"
-#include "testsupport.h"
+#include "guitestsupport.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
@@ -36,13 +34,7 @@ using namespace vkm;
 namespace {
 
 void fillOutputs(CSelections& s) {
-    s.Add("OUT1", 1, "Output 1", "OUT", "0", "0");
-    s.Add("OUT2", 2, "Output 2", "OUT", "0", "0");
-    s.Add("R1", 40, "Register 1", "RGST", "0", "0");
-    s.Add("C1", 60, "Counter 1", "COUNT", "0", "99");
-    s.Add("JMP", 70, "Jump", "JMP", "0", "0");
-    s.Add("CALL", 71, "Call", "CALL", "0", "0");
-    s.Add("RET", 72, "Return", "RETURN", "0", "0");
+    test::addBasicOutputs(s);
     s.Add("XS", 80, "Shared name", "OUT", "0", "0");
     s.Add("XS", 81, "Shared name", "RGST", "0", "0");
 }
@@ -56,11 +48,7 @@ void fillInputs(CSelections& s) {
 }
 
 // A window over a small catalogue, with scripted answers and a scratch settings store.
-struct Editor {
-    test::TempSettings ts;
-    ScriptedPrompter prompter;
-    CSelections out;
-    CSelections inp;
+struct Editor : test::GuiFixture {
     AppContext ctx;
     std::unique_ptr<StepEditorWindow> win;
 

@@ -3,10 +3,8 @@
 #include "fselkino.h"
 #include "functionchooser.h"
 
-#include "base/scriptedprompter.h"
-#include "catalogue/cselections.h"
+#include "guitestsupport.h"
 #include "model/codes.h"
-#include "testsupport.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -23,13 +21,7 @@ namespace {
 
 // A small catalogue of each side with the categories the dialog treats apart.
 void fillOutputs(CSelections& s) {
-    s.Add("OUT1", 1, "Output 1", "OUT", "0", "0");
-    s.Add("OUT2", 2, "Output 2", "OUT", "0", "0");
-    s.Add("R1", 40, "Register 1", "RGST", "0", "0");
-    s.Add("C1", 60, "Counter 1", "COUNT", "0", "99");
-    s.Add("JMP", 70, "Jump", "JMP", "0", "0");
-    s.Add("CALL", 71, "Call", "CALL", "0", "0");
-    s.Add("RET", 72, "Return", "RETURN", "0", "0");
+    test::addBasicOutputs(s);
     s.Add("Xshared", 80, "Shared name", "OUT_S", "0", "0");
     s.Add("Xshared", 81, "Shared name", "RGST2", "0", "0");
 }
@@ -41,11 +33,7 @@ void fillInputs(CSelections& s) {
     s.Add("STEP", 90, "Step", "STEP", "0", "0");
 }
 
-struct Fixture {
-    test::TempSettings ts;
-    ScriptedPrompter prompter;
-    CSelections out;
-    CSelections inp;
+struct Fixture : test::GuiFixture {
     fSelKino dialog{ts.settings.get(), prompter};
     Fixture(int side, int kind) {
         fillOutputs(out);

@@ -1,7 +1,6 @@
 #include "custom/ccustominps.h"
 
 #include "base/errorreporter.h"
-#include "catalogue/settinglines.h"
 #include "custom/customfield.h"
 
 namespace vkm {
@@ -10,37 +9,6 @@ namespace {
 const QString kProc = QStringLiteral("ReadSet04e");
 constexpr int kFields = 26;
 } // namespace
-
-bool CCustomInps::Add(const CCustomInp& terminal) {
-    if (m_index.contains(terminal.Location))
-        return false;
-    m_index.insert(terminal.Location, int(m_items.size()));
-    m_items.push_back(terminal);
-    return true;
-}
-
-CCustomInp* CCustomInps::Item(int index) {
-    return index < 1 || index > Count() ? nullptr : &m_items[std::size_t(index - 1)];
-}
-
-const CCustomInp* CCustomInps::Item(int index) const {
-    return index < 1 || index > Count() ? nullptr : &m_items[std::size_t(index - 1)];
-}
-
-CCustomInp* CCustomInps::Item(const QString& location) {
-    const auto it = m_index.constFind(location);
-    return it == m_index.constEnd() ? nullptr : &m_items[std::size_t(*it)];
-}
-
-const CCustomInp* CCustomInps::Item(const QString& location) const {
-    const auto it = m_index.constFind(location);
-    return it == m_index.constEnd() ? nullptr : &m_items[std::size_t(*it)];
-}
-
-void CCustomInps::clear() {
-    m_items.clear();
-    m_index.clear();
-}
 
 std::optional<CCustomInp> CCustomInps::parseLine(const QStringList& fields, int* error) {
     if (fields.size() < kFields) {
@@ -85,29 +53,11 @@ std::optional<CCustomInp> CCustomInps::parseLine(const QStringList& fields, int*
 }
 
 bool CCustomInps::ReadSet04e(const QString& folder) {
-    QByteArray content;
-    int error = 0;
-    if (!readSettingFile(folder + QStringLiteral("/Set04.e"), content, &error)) {
-        reportError(error, kProc);
-        return false;
-    }
-    return readLines(content);
+    return readTable(folder + QStringLiteral("/Set04.e"), &parseLine, kProc);
 }
 
 bool CCustomInps::readLines(const QByteArray& content) {
-    for (const QString& line : settingFileLines(content)) {
-        int error = 0;
-        const auto terminal = parseLine(line.split(u'\t'), &error);
-        if (!terminal) {
-            reportError(error, kProc);
-            return false;
-        }
-        if (!Add(*terminal)) {
-            reportError(ErrDuplicateKey, kProc);
-            return false;
-        }
-    }
-    return true;
+    return addLines(content, &parseLine, kProc);
 }
 
 } // namespace vkm

@@ -1,7 +1,6 @@
 #include "custom/ccustomouts.h"
 
 #include "base/errorreporter.h"
-#include "catalogue/settinglines.h"
 #include "custom/customfield.h"
 
 namespace vkm {
@@ -10,37 +9,6 @@ namespace {
 const QString kProc = QStringLiteral("ReadSet05e");
 constexpr int kFields = 16;
 } // namespace
-
-bool CCustomOuts::Add(const CCustomOut& terminal) {
-    if (m_index.contains(terminal.Location))
-        return false;
-    m_index.insert(terminal.Location, int(m_items.size()));
-    m_items.push_back(terminal);
-    return true;
-}
-
-CCustomOut* CCustomOuts::Item(int index) {
-    return index < 1 || index > Count() ? nullptr : &m_items[std::size_t(index - 1)];
-}
-
-const CCustomOut* CCustomOuts::Item(int index) const {
-    return index < 1 || index > Count() ? nullptr : &m_items[std::size_t(index - 1)];
-}
-
-CCustomOut* CCustomOuts::Item(const QString& location) {
-    const auto it = m_index.constFind(location);
-    return it == m_index.constEnd() ? nullptr : &m_items[std::size_t(*it)];
-}
-
-const CCustomOut* CCustomOuts::Item(const QString& location) const {
-    const auto it = m_index.constFind(location);
-    return it == m_index.constEnd() ? nullptr : &m_items[std::size_t(*it)];
-}
-
-void CCustomOuts::clear() {
-    m_items.clear();
-    m_index.clear();
-}
 
 std::optional<CCustomOut> CCustomOuts::parseLine(const QStringList& fields, int* error) {
     if (fields.size() < kFields) {
@@ -75,29 +43,11 @@ std::optional<CCustomOut> CCustomOuts::parseLine(const QStringList& fields, int*
 }
 
 bool CCustomOuts::ReadSet05e(const QString& folder) {
-    QByteArray content;
-    int error = 0;
-    if (!readSettingFile(folder + QStringLiteral("/Set05.e"), content, &error)) {
-        reportError(error, kProc);
-        return false;
-    }
-    return readLines(content);
+    return readTable(folder + QStringLiteral("/Set05.e"), &parseLine, kProc);
 }
 
 bool CCustomOuts::readLines(const QByteArray& content) {
-    for (const QString& line : settingFileLines(content)) {
-        int error = 0;
-        const auto terminal = parseLine(line.split(u'\t'), &error);
-        if (!terminal) {
-            reportError(error, kProc);
-            return false;
-        }
-        if (!Add(*terminal)) {
-            reportError(ErrDuplicateKey, kProc);
-            return false;
-        }
-    }
-    return true;
+    return addLines(content, &parseLine, kProc);
 }
 
 namespace {

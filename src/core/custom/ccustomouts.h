@@ -1,31 +1,17 @@
 #pragma once
 
 #include "custom/ccustomout.h"
+#include "custom/terminalcollection.h"
 
 #include <QByteArray>
-#include <QHash>
 #include <QStringList>
 #include <optional>
-#include <vector>
 
 namespace vkm {
 
 // The customisable output terminals described by Set05.e, in file order, keyed by Location.
-class CCustomOuts {
+class CCustomOuts : public TerminalCollection<CCustomOut> {
 public:
-    // Appends the terminal under its Location; false (nothing added) when the location is
-    // taken already.
-    bool Add(const CCustomOut& terminal);
-    int Count() const { return int(m_items.size()); }
-    // 1-based; nullptr when out of range or unknown.
-    CCustomOut* Item(int index);
-    const CCustomOut* Item(int index) const;
-    CCustomOut* Item(const QString& location);
-    const CCustomOut* Item(const QString& location) const;
-    void clear();
-    std::vector<CCustomOut>::const_iterator begin() const { return m_items.begin(); }
-    std::vector<CCustomOut>::const_iterator end() const { return m_items.end(); }
-
     // Reads <folder>/Set05.e (16 TAB-separated fields a line, CR LF). On a short line, a
     // mask outside 0..255, an address beyond the index range or a duplicate location the
     // read stops with a report ("ReadSet05e") and false; terminals before it stay.
@@ -45,10 +31,6 @@ public:
     static QString GetZenpaInfo2(int index);
     static QString GetHojiInfo1(int index);
     static QString GetHojiInfo2(int index);
-
-private:
-    std::vector<CCustomOut> m_items;
-    QHash<QString, int> m_index;
 };
 
 } // namespace vkm

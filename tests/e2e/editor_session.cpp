@@ -1,0 +1,248 @@
+// A user's session with the editor, played through the window system: starts the editor the
+// way vkmstep does (vkm::Startup with the archive and the program of the command line), then
+// types on the keyboard, clicks the Save button, answers the close question and closes the
+// main window. Every key goes to the main window's QWindow, so Qt delivers it to whatever
+// widget has the focus, through the shortcut map and event filters, as a real key would.
+//
+//   e2e_editor_session [--archive PATH] --scenario edit-save|close-unsaved
+//                      --row R --col C --value TEXT FILE.gsp
+//
+// edit-save:      types TEXT on cell (R, C), saves with the toolbar's Save button, closes.
+// close-unsaved:  types TEXT on cell (R, C), closes: Cancel on the question keeps the editor
+//                 open, No on the second question closes it without saving.
+// Exit code 0: the scenario went as described and the application closed by itself; any
+// step that did not happen prints "FAIL: ..." and gives a non-zero code.
+#include "mainwindow.h"
+#include "startup.h"
+#include "stepeditorwindow.h"
+#include "documentcontroller.h"
+#include "finpmemo.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QMessageBox>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <cstdio>
+#include <functional>
+
+namespace {
+
+constexpr char kCloseQuestion[] = "Data is chaneged. Do you save changes ?";
+constexpr int kFailed = 3;
+constexpr int kTimedOut = 4;
+
+struct Arguments {
+    QString archive;
+    QString scenario;
+    int row = -1;
+    int col = -1;
+    QString value;
+    QString file;
+};
+
+bool parseArguments(const QApplication& app, Arguments& args) {
+    QCommandLineParser parser;
+    const QCommandLineOption archive(QStringLiteral("archive"), QStringLiteral("Setting archive."),
+                                     QStringLiteral("PATH"));
+    const QCommandLineOption scenario(QStringLiteral("scenario"), QStringLiteral("edit-save or close-unsaved"),
+                                      QStringLiteral("NAME"));
+    const QCommandLineOption row(QStringLiteral("row"), QStringLiteral("Grid row."), QStringLiteral("R"));
+    const QCommandLineOption col(QStringLiteral("col"), QStringLiteral("Grid column."), QStringLiteral("C"));
+    const QCommandLineOption value(QStringLiteral("value"), QStringLiteral("Text to type."),
+                                   QStringLiteral("TEXT"));
+    parser.addOptions({archive, scenario, row, col, value});
+    parser.process(app);
+    args.archive = parser.value(archive);
+    args.scenario = parser.value(scenario);
+    args.row = parser.value(row).toInt();
+    args.col = parser.value(col).toInt();
+    args.value = parser.value(value);
+    args.file = parser.positionalArguments().join(u' ');
+    return (args.scenario == QLatin1String("edit-save") || args.scenario == QLatin1String("close-unsaved")) &&
+           args.row > 0 && args.col > 0 && !args.value.isEmpty() && !args.file.isEmpty();
+}
+
+class Session {
+public:
+    Session(vkm::Startup& startup, Arguments args) : m_startup(startup), m_args(std::move(args)) {}
+
+    // Watches for modal boxes from the first moment: one that nobody expects (a start-up
+    // warning, a save error) fails the session instead of hanging it.
+    void watchModals() {
+        auto* timer = new QTimer(qApp);
+        QObject::connect(timer, &QTimer::timeout, qApp, [this] { serviceModal(); });
+        timer->start(20);
+    }
+
+    void run() {
+        QWidget* main = m_startup.mainWindow();
+        main->activateWindow();
+        if (!QTest::qWaitForWindowActive(main, 5000))
+            return fail("the main window never became active");
+        QTableView* grid = m_startup.userEditorWindow()->grid();
+        if (QApplication::focusWidget() != grid)
+            return fail("after start-up the keyboard focus is not on the user grid");
+        if (!moveTo(grid) || !typeValue(grid))
+            return;
+        if (m_args.scenario == QLatin1String("edit-save"))
+            saveAndClose();
+        else
+            closeWithoutSaving();
+    }
+
+    int result() const { return m_result; }
+
+private:
+    // Ctrl+Home to the top-left cell, then arrows: the grid's own keyboard navigation.
+    bool moveTo(QTableView* grid) {
+        key(Qt::Key_Home, Qt::ControlModifier);
+        for (int r = grid->currentIndex().row(); r < m_args.row; ++r)
+            key(Qt::Key_Down);
+        for (int c = grid->currentIndex().column(); c < m_args.col; ++c)
+            key(Qt::Key_Right);
+        const QModelIndex cur = grid->currentIndex();
+        if (cur.row() != m_args.row || cur.column() != m_args.col) {
+            fail(QStringLiteral("the arrow keys led to cell %1,%2").arg(cur.row()).arg(cur.column()));
+            return false;
+        }
+        return true;
+    }
+
+    // The first character opens the cell editor, the rest goes into it, Enter ends the edit.
+    bool typeValue(QTableView* grid) {
+        for (const QChar ch : m_args.value)
+            QTest::keyClick(window(), ch.toLatin1());
+        if (QApplication::focusWidget() == grid) {
+            fail("typing did not open a cell editor");
+            return false;
+        }
+        key(Qt::Key_Return);
+        QCoreApplication::processEvents(); // the cell editor commits through a queued call
+        const QString shown = grid->currentIndex().data().toString();
+        if (shown != m_args.value) {
+            fail(QStringLiteral("the cell shows '%1' after Enter").arg(shown));
+            return false;
+        }
+        return true;
+    }
+
+    void saveAndClose() {
+        QAction* save = m_startup.userEditorWindow()->findChild<QAction*>(QStringLiteral("keySAVE"));
+        auto* bar = save ? qobject_cast<QToolBar*>(save->parent()) : nullptr;
+        QWidget* button = bar ? bar->widgetForAction(save) : nullptr;
+        if (!button)
+            return fail("no Save button on the editor's toolbar");
+        // The left part of the button runs its first item; the right part opens the menu.
+        QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(button->width() / 4, button->height() / 2));
+        if (m_startup.documents()->documents().user().IsChanged())
+            return fail("the program is still marked changed after Save");
+        closeMainWindow();
+    }
+
+    void closeWithoutSaving() {
+        m_expect = [this](QMessageBox* box) {
+            key(Qt::Key_Escape); // the box's escape button is Cancel
+            return box->isVisible() ? QStringLiteral("Escape did not cancel the question") : QString();
+        };
+        closeMainWindow();
+        if (m_result != 0)
+            return;
+        if (m_asked != 1)
+            return fail(QStringLiteral("closing with changes asked %1 questions").arg(m_asked));
+        if (!m_startup.mainWindow()->isVisible())
+            return fail("Cancel on the close question closed the editor");
+        m_expect = [](QMessageBox* box) {
+            QAbstractButton* no = box->button(QMessageBox::No);
+            if (!no)
+                return QStringLiteral("the close question has no No button");
+            QTest::mouseClick(no, Qt::LeftButton);
+            return QString();
+        };
+        closeMainWindow();
+        if (m_result == 0 && m_asked != 2)
+            fail("the second close did not ask again");
+    }
+
+    // The title bar's close button: a close event the main window may refuse.
+    void closeMainWindow() { m_startup.mainWindow()->close(); }
+
+    void serviceModal() {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        QWidget* modal = QApplication::activeModalWidget();
+        if (!modal || m_inModal)
+            return;
+        m_inModal = true;
+        if (!box || !m_expect) {
+            fail(QStringLiteral("unexpected dialog: %1").arg(box ? box->text() : modal->windowTitle()));
+            modal->close();
+        } else if (box->text() != QLatin1String(kCloseQuestion)) {
+            fail(QStringLiteral("the close question reads '%1'").arg(box->text()));
+            box->reject();
+        } else {
+            ++m_asked;
+            const QString error = m_expect(box);
+            if (!error.isEmpty()) {
+                fail(error);
+                box->reject();
+            }
+        }
+        m_inModal = false;
+    }
+
+    void key(Qt::Key k, Qt::KeyboardModifiers mods = Qt::NoModifier) { QTest::keyClick(window(), k, mods); }
+    QWindow* window() {
+        QWidget* target = QApplication::activeModalWidget();
+        return (target ? target : m_startup.mainWindow())->windowHandle();
+    }
+
+    void fail(const QString& what) {
+        std::fprintf(stderr, "FAIL: %s\n", qPrintable(what));
+        m_result = kFailed;
+        QCoreApplication::exit(kFailed);
+    }
+    void fail(const char* what) { fail(QString::fromUtf8(what)); }
+
+    vkm::Startup& m_startup;
+    Arguments m_args;
+    std::function<QString(QMessageBox*)> m_expect;
+    int m_asked = 0;
+    int m_result = 0;
+    bool m_inModal = false;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    Arguments args;
+    if (!parseArguments(app, args)) {
+        std::fprintf(stderr, "usage: %s [--archive PATH] --scenario edit-save|close-unsaved "
+                             "--row R --col C --value TEXT FILE.gsp\n", argv[0]);
+        return 2;
+    }
+    // Exactly what vkmstep's main hands to the start-up.
+    vkm::StartupOptions options;
+    options.archiveOverride = args.archive;
+    options.commandLine = args.file.contains(u' ') ? u'"' + args.file + u'"' : args.file;
+    vkm::Startup startup(options);
+    Session session(startup, args);
+    session.watchModals();
+    QTimer::singleShot(20000, &app, [] {
+        std::fprintf(stderr, "FAIL: the session did not end within 20 s\n");
+        QCoreApplication::exit(kTimedOut);
+    });
+    if (!startup.run())
+        return 1;
+    QTimer::singleShot(0, &app, [&session] { session.run(); });
+    const int code = app.exec();
+    if (code == 0 && startup.mainWindow()->isVisible()) {
+        std::fprintf(stderr, "FAIL: the event loop ended with the main window still open\n");
+        return kFailed;
+    }
+    return code != 0 ? code : session.result();
+}
