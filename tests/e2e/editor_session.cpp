@@ -10,6 +10,8 @@
 // edit-save:      types TEXT on cell (R, C), saves with the toolbar's Save button, closes.
 // close-unsaved:  types TEXT on cell (R, C), closes: Cancel on the question keeps the editor
 //                 open, No on the second question closes it without saving.
+// refuse-entry:   types TEXT, which the cell must refuse with one "Value is out of range."
+//                 box: OK, the cell keeps its value, and the editor closes without a question.
 // Exit code 0: the scenario went as described and the application closed by itself; any
 // step that did not happen prints "FAIL: ..." and gives a non-zero code.
 #include "mainwindow.h"
@@ -63,7 +65,8 @@ bool parseArguments(const QApplication& app, Arguments& args) {
     args.col = parser.value(col).toInt();
     args.value = parser.value(value);
     args.file = parser.positionalArguments().join(u' ');
-    return (args.scenario == QLatin1String("edit-save") || args.scenario == QLatin1String("close-unsaved")) &&
+    return (args.scenario == QLatin1String("edit-save") || args.scenario == QLatin1String("close-unsaved") ||
+            args.scenario == QLatin1String("refuse-entry")) &&
            args.row > 0 && args.col > 0 && !args.value.isEmpty() && !args.file.isEmpty();
 }
 
@@ -87,7 +90,11 @@ public:
         QTableView* grid = m_startup.userEditorWindow()->grid();
         if (QApplication::focusWidget() != grid)
             return fail("after start-up the keyboard focus is not on the user grid");
-        if (!moveTo(grid) || !typeValue(grid))
+        if (!moveTo(grid))
+            return;
+        if (m_args.scenario == QLatin1String("refuse-entry"))
+            return refuseEntry(grid);
+        if (!typeValue(grid))
             return;
         if (m_args.scenario == QLatin1String("edit-save"))
             saveAndClose();
@@ -129,6 +136,32 @@ private:
             return false;
         }
         return true;
+    }
+
+    // An out-of-range value: one message box, OK, the old value stays, nothing changed.
+    void refuseEntry(QTableView* grid) {
+        const QString before = grid->currentIndex().data().toString();
+        m_question = QStringLiteral("Value is out of range.");
+        m_expect = [this](QMessageBox*) {
+            key(Qt::Key_Return); // OK
+            return QString();
+        };
+        for (const QChar ch : m_args.value)
+            QTest::keyClick(window(), ch.toLatin1());
+        key(Qt::Key_Return);
+        for (int i = 0; i < 10; ++i)
+            QCoreApplication::processEvents(); // the cell editor commits through a queued call
+        if (m_result != 0)
+            return;
+        if (m_asked != 1)
+            return fail(QStringLiteral("the refused value showed %1 message boxes").arg(m_asked));
+        const QString shown = grid->currentIndex().data().toString();
+        if (shown != before)
+            return fail(QStringLiteral("the cell shows '%1' instead of '%2'").arg(shown, before));
+        if (m_startup.documents()->documents().user().IsChanged())
+            return fail("a refused value marked the program changed");
+        m_expect = nullptr;
+        closeMainWindow();
     }
 
     void saveAndClose() {
@@ -180,8 +213,8 @@ private:
         if (!box || !m_expect) {
             fail(QStringLiteral("unexpected dialog: %1").arg(box ? box->text() : modal->windowTitle()));
             modal->close();
-        } else if (box->text() != QLatin1String(kCloseQuestion)) {
-            fail(QStringLiteral("the close question reads '%1'").arg(box->text()));
+        } else if (!box->text().startsWith(m_question)) {
+            fail(QStringLiteral("the box reads '%1', not '%2'").arg(box->text(), m_question));
             box->reject();
         } else {
             ++m_asked;
@@ -210,6 +243,7 @@ private:
     vkm::Startup& m_startup;
     Arguments m_args;
     std::function<QString(QMessageBox*)> m_expect;
+    QString m_question = QLatin1String(kCloseQuestion); // the start of the box expected next
     int m_asked = 0;
     int m_result = 0;
     bool m_inModal = false;
@@ -221,7 +255,7 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     Arguments args;
     if (!parseArguments(app, args)) {
-        std::fprintf(stderr, "usage: %s [--archive PATH] --scenario edit-save|close-unsaved "
+        std::fprintf(stderr, "usage: %s [--archive PATH] --scenario edit-save|close-unsaved|refuse-entry "
                              "--row R --col C --value TEXT FILE.gsp\n", argv[0]);
         return 2;
     }

@@ -68,6 +68,14 @@ for sample in counter pulse; do
     [ $rc = 0 ] || bad "$sample close-unsaved exited $rc: $(cat "$WORK/out")"
     cmp -s "$WORK/kept.gsp" "$WORK/$sample.gsp" || bad "$sample: No on the close question changed the file"
     no_leftovers "$sample close-unsaved" "$WORK/tmp2-$sample"
+
+    # 3. A timer delay beyond its range: one message, the cell and the file stay as they were.
+    NEW=130002
+    run_session refuse-entry "$WORK/tmp3-$sample" "$WORK/$sample.gsp"
+    rc=$?
+    [ $rc = 0 ] || bad "$sample refuse-entry exited $rc: $(cat "$WORK/out")"
+    cmp -s "$WORK/kept.gsp" "$WORK/$sample.gsp" || bad "$sample: a refused value changed the file"
+    no_leftovers "$sample refuse-entry" "$WORK/tmp3-$sample"
 done
 
 [ $fail = 0 ] && echo "editor_session: all passed"
