@@ -9,7 +9,7 @@ PACKAGES=(
     libarchive-dev libarchive-tools lhasa
     libxlsxwriter-dev
     libgtest-dev
-    xvfb xauth x11-apps
+    xvfb xauth x11-apps fontconfig fonts-dejavu-core
     python3
 )
 
