@@ -7,6 +7,7 @@
 
 #include <QComboBox>
 #include <QFontDatabase>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPixmapCache>
@@ -178,8 +179,41 @@ void StepDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, cons
             model->setData(index, combo->currentData().toString(), Qt::EditRole);
         return;
     }
-    if (auto* edit = qobject_cast<QLineEdit*>(editor))
-        model->setData(index, edit->text(), Qt::EditRole);
+    if (auto* edit = qobject_cast<QLineEdit*>(editor)) {
+        m_refused = !model->setData(index, edit->text(), Qt::EditRole);
+        if (auto* steps = qobject_cast<StepTableModel*>(model); m_refused && steps)
+            m_restoreText = steps->refusedText();
+    }
+}
+
+bool StepDelegate::eventFilter(QObject* object, QEvent* event) {
+    auto* edit = qobject_cast<QLineEdit*>(object);
+    if (!edit)
+        return QStyledItemDelegate::eventFilter(object, event);
+    // The message box of a refused text takes the focus for a moment: that is no leaving.
+    if (m_committing && (event->type() == QEvent::FocusOut || event->type() == QEvent::FocusIn))
+        return true;
+    if (event->type() != QEvent::KeyPress)
+        return QStyledItemDelegate::eventFilter(object, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter && key != Qt::Key_Tab && key != Qt::Key_Backtab)
+        return QStyledItemDelegate::eventFilter(object, event);
+    m_refused = false;
+    m_committing = true;
+    Q_EMIT commitData(edit);
+    m_committing = false;
+    if (m_refused) {
+        edit->setText(m_restoreText);
+        edit->selectAll();
+        // The message box had the keyboard: give it back to the editor's window and cell.
+        edit->window()->activateWindow();
+        edit->setFocus();
+        return true;
+    }
+    Q_EMIT closeEditor(edit, key == Qt::Key_Tab       ? QAbstractItemDelegate::EditNextItem
+                             : key == Qt::Key_Backtab ? QAbstractItemDelegate::EditPreviousItem
+                                                      : QAbstractItemDelegate::SubmitModelCache);
+    return true;
 }
 
 } // namespace vkm

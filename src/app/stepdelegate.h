@@ -34,6 +34,11 @@ public:
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
 
+protected:
+    // Enter or Tab on a refused text keeps the cell editor open with the text the cell
+    // restores, so that the user can correct it; leaving the cell otherwise ends the edit.
+    bool eventFilter(QObject* object, QEvent* event) override;
+
 private:
     bool drawPicture(QPainter* painter, const QRect& rect, const QString& path) const;
     void drawBorders(QPainter* painter, const QRect& rect, const QModelIndex& index) const;
@@ -42,6 +47,9 @@ private:
     QString m_comboList;
     mutable std::optional<QString> m_initialText;
     mutable QSet<QString> m_reportedMissing;
+    mutable bool m_refused = false;   // the last commit was refused
+    mutable QString m_restoreText;    // what the refused editor shows again
+    bool m_committing = false;        // a commit (and its message box) is under way
 };
 
 } // namespace vkm

@@ -127,8 +127,10 @@ bool StepTableModel::setData(const QModelIndex& index, const QVariant& value, in
         !(flags(index) & Qt::ItemIsEditable))
         return false;
     const ValidateResult r = m_editor.fg_ValidateEdit(index.row(), index.column(), value.toString());
-    if (!r.accepted)
+    if (!r.accepted) {
+        m_refusedText = r.text;
         return false;
+    }
     m_editor.fg_AfterEdit(index.row(), index.column());
     // The sheet notifies its own changes; this covers an accepted text equal to the old one.
     Q_EMIT dataChanged(index, index);

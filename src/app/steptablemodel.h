@@ -32,9 +32,12 @@ public:
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
     StepSheetEditor& editor() const { return m_editor; }
+    // After setData refused a text: what the cell editor is to show again.
+    QString refusedText() const { return m_refusedText; }
 
 private:
     StepSheetEditor& m_editor;
+    QString m_refusedText;
 };
 
 } // namespace vkm

@@ -11,7 +11,8 @@
 // close-unsaved:  types TEXT on cell (R, C), closes: Cancel on the question keeps the editor
 //                 open, No on the second question closes it without saving.
 // refuse-entry:   types TEXT, which the cell must refuse with one "Value is out of range."
-//                 box: OK, the cell keeps its value, and the editor closes without a question.
+//                 box: OK, the cell editor stays open with the cell's value, Escape ends the
+//                 edit, the cell keeps its value, and the editor closes without a question.
 // Exit code 0: the scenario went as described and the application closed by itself; any
 // step that did not happen prints "FAIL: ..." and gives a non-zero code.
 #include "mainwindow.h"
@@ -24,6 +25,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QTableView>
 #include <QTest>
@@ -155,6 +157,17 @@ private:
             return;
         if (m_asked != 1)
             return fail(QStringLiteral("the refused value showed %1 message boxes").arg(m_asked));
+        // The cell editor stays open with the cell's own value, ready for a correction.
+        auto* editor = qobject_cast<QLineEdit*>(grid->indexWidget(grid->currentIndex()));
+        if (!editor || !editor->hasFocus() || editor->text() != before)
+            return fail(QStringLiteral("after the refusal the cell editor is %1 and shows '%2' (expected '%3')")
+                            .arg(!editor ? QStringLiteral("closed")
+                                         : editor->hasFocus() ? QStringLiteral("open")
+                                                              : QStringLiteral("without focus"),
+                                 editor ? editor->text() : QString(), before));
+        key(Qt::Key_Escape);
+        if (QApplication::focusWidget() != grid)
+            return fail("Escape did not end the cell edit");
         const QString shown = grid->currentIndex().data().toString();
         if (shown != before)
             return fail(QStringLiteral("the cell shows '%1' instead of '%2'").arg(shown, before));
