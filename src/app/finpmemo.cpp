@@ -77,7 +77,8 @@ fInpMemo::fInpMemo(Documents& documents, int usrcmp, Settings* settings, QWidget
     }
 
     const CSteps& user = m_documents.userProgram();
-    m_txtMemo->setPlainText(m_documents.program(usrcmp).Memo);
+    // The memo keeps the machine's line breaks (CR LF); the text box shows plain lines.
+    m_txtMemo->setPlainText(QString(m_documents.program(usrcmp).Memo).replace(QLatin1String("\r\n"), QLatin1String("\n")));
     m_lblFileName->setText(user.MemoFile);
     if (!user.MemoFile.isEmpty())
         m_memoFilePath = QFileInfo(programFolder() + QLatin1Char('/') + user.MemoFile).absoluteFilePath();
@@ -106,9 +107,15 @@ QString fInpMemo::programFolder() const
     return path.isEmpty() ? QString() : QFileInfo(path).absolutePath();
 }
 
+QString fInpMemo::memoText() const
+{
+    // Each line break counts two bytes, as it is stored.
+    return m_txtMemo->toPlainText().replace(QLatin1Char('\n'), QLatin1String("\r\n"));
+}
+
 void fInpMemo::updateRemaining()
 {
-    m_lblNokori->setText(LoadMessageText(543) + QString::number(memoRemaining(m_txtMemo->toPlainText())));
+    m_lblNokori->setText(LoadMessageText(543) + QString::number(memoRemaining(memoText())));
 }
 
 void fInpMemo::applyFontSize()
@@ -122,7 +129,7 @@ void fInpMemo::okClicked()
 {
     if (m_usrcmp != 0)
         return;
-    if (!m_documents.user().storeMemoWindow(m_txtMemo->toPlainText(), m_lblFileName->text())) {
+    if (!m_documents.user().storeMemoWindow(memoText(), m_lblFileName->text())) {
         m_txtMemo->setFocus();
         return;
     }

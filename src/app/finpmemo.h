@@ -48,6 +48,8 @@ protected:
 
 private:
     void updateRemaining();
+    // The text as the memo stores it: lines joined by CR LF.
+    QString memoText() const;
     void applyFontSize();
     QString programFolder() const;
 

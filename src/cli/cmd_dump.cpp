@@ -7,6 +7,8 @@
 #include "model/codes.h"
 #include "model/csteps.h"
 
+#include <QRegularExpression>
+
 namespace vkm::cli {
 namespace {
 
@@ -77,7 +79,7 @@ void dumpInputs(QTextStream& s, const CStepInps& inps, const CSelections& selinp
 void dumpProgram(QTextStream& s, const CSteps& p, const CliContext& ctx)
 {
     s << "author: " << p.Author << '\n' << "memo file: " << p.MemoFile << '\n' << "memo:";
-    for (const QString& line : p.Memo.split(QStringLiteral("\r\n")))
+    for (const QString& line : p.Memo.split(QRegularExpression(QStringLiteral("\r\n|\r|\n"))))
         s << (p.Memo.isEmpty() ? "" : "\n  | ") << line;
     s << '\n';
     for (const auto& step : p) {

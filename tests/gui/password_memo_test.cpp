@@ -114,11 +114,16 @@ TEST_F(MemoWindow, CountsRemainingBytesAndRefusesTooLongMemos)
         QString text;
         QString label;
         bool stored;
+        QString storedAs; // when it differs from text
     };
     const std::vector<Case> cases = {
-        {QString(496, QLatin1Char('a')), QStringLiteral("Memo remaining:0"), true},
-        {QString(248, QChar(0x3042)), QStringLiteral("Memo remaining:0"), true},
-        {QString(497, QLatin1Char('a')), QStringLiteral("Memo remaining:-1"), false},
+        {QString(496, QLatin1Char('a')), QStringLiteral("Memo remaining:0"), true, {}},
+        {QString(248, QChar(0x3042)), QStringLiteral("Memo remaining:0"), true, {}},
+        {QString(497, QLatin1Char('a')), QStringLiteral("Memo remaining:-1"), false, {}},
+        // A line break is stored as CR LF and counts two bytes.
+        {QStringLiteral("ab\ncd"), QStringLiteral("Memo remaining:490"), true, QStringLiteral("ab\r\ncd")},
+        {QString(494, QLatin1Char('a')) + QLatin1Char('\n') + QLatin1Char('b'), QStringLiteral("Memo remaining:-1"),
+         false, {}},
     };
     for (const Case& c : cases) {
         prompter.clear();
@@ -128,7 +133,7 @@ TEST_F(MemoWindow, CountsRemainingBytesAndRefusesTooLongMemos)
         EXPECT_EQ(memo.lblNokori()->text(), c.label);
         memo.okClicked();
         EXPECT_EQ(docs.user().IsChanged(), c.stored);
-        EXPECT_EQ(docs.userProgram().Memo, c.stored ? c.text : QString());
+        EXPECT_EQ(docs.userProgram().Memo, c.stored ? (c.storedAs.isEmpty() ? c.text : c.storedAs) : QString());
         EXPECT_EQ(prompter.numbers(), c.stored ? std::vector<int>{} : std::vector<int>{56});
     }
     memo.close();

@@ -57,7 +57,7 @@ const std::vector<Sample>& samples()
          {{1, 10, "X001"}, {1, 11, "0"}, {1, 12, "2"}, {1, 2, "Y001"}, {1, 3, "1"}, {1, 4, "0"}, {1, 5, "20"},
           {2, 1, "Disabled wiper"}, {2, 10, "X002"}, {2, 11, "0"}, {2, 12, "2"}, {2, 2, "Y002"}, {2, 3, "1"},
           {2, 4, "0"}, {2, 5, "40"}},
-         {2}, "Maker01", "vkm123", "Sample program with a disabled row.\nPassword: vkm123"},
+         {2}, "Maker01", "vkm123", "Sample program with a disabled row.\r\nPassword: vkm123"},
     };
     return all;
 }
