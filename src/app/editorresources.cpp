@@ -1,6 +1,7 @@
 #include "editorresources.h"
 
 #include <QDir>
+#include <QHash>
 #include <QFile>
 
 static void initEditorResource() {
@@ -23,8 +24,17 @@ static QString iconPath(const QString& key) {
 
 QIcon editorIcon(const QString& key) {
     ensureEditorResources();
+    // Both editor windows and the dialogs show the same images: each is read once.
+    static QHash<QString, QIcon> cache;
+    const auto it = cache.constFind(key);
+    if (it != cache.constEnd())
+        return *it;
     const QString path = iconPath(key);
-    return QFile::exists(path) ? QIcon(path) : QIcon();
+    // From a pixmap: a path without a suffix would make QIcon consult the whole MIME
+    // database (milliseconds at every start) just to learn that the image is a PNG.
+    const QIcon icon = QFile::exists(path) ? QIcon(QPixmap(path)) : QIcon();
+    cache.insert(key, icon);
+    return icon;
 }
 
 QPixmap editorPixmap(const QString& key) {
@@ -37,7 +47,7 @@ QIcon editorIconNoCase(const QString& key) {
     const QStringList names = QDir(QStringLiteral(":/icons")).entryList();
     for (const QString& name : names)
         if (name.compare(key, Qt::CaseInsensitive) == 0)
-            return QIcon(iconPath(name));
+            return editorIcon(name);
     return QIcon();
 }
 

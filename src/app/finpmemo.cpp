@@ -1,5 +1,7 @@
 #include "finpmemo.h"
 
+#include "editorresources.h"
+
 #include "base/messages.h"
 #include "base/prompter.h"
 #include "base/settings.h"
@@ -41,7 +43,7 @@ fInpMemo::fInpMemo(Documents& documents, int usrcmp, Settings* settings, QWidget
 {
     setObjectName(QStringLiteral("fInpMemo"));
     setWindowTitle(LoadMessageText(205));
-    setWindowIcon(QIcon(QStringLiteral(":/icons/keyMEMO")));
+    setWindowIcon(editorIcon(QStringLiteral("keyMEMO")));
     const int captions[4] = {206, 207, 546, 547};
     for (int i = 0; i < 4; ++i)
         m_buttons[i] = new QPushButton(LoadMessageText(captions[i]), this);

@@ -5,6 +5,7 @@
 #include <QCommandLineParser>
 #include <QPixmap>
 #include <QTimer>
+#include <chrono>
 #include <cstdio>
 
 namespace {
@@ -14,6 +15,7 @@ struct Arguments {
     QString screenshot;
     QString commandLine;
     bool version = false;
+    bool exitWhenShown = false;
 };
 
 Arguments parseArguments(const QApplication& app) {
@@ -27,16 +29,22 @@ Arguments parseArguments(const QApplication& app) {
                                         QStringLiteral("PNG"));
     const QCommandLineOption version(QStringLiteral("version"),
                                      QStringLiteral("Print the version and quit."));
+    const QCommandLineOption exitWhenShown(
+        QStringLiteral("exit-when-shown"),
+        QStringLiteral("Print \"shown\" and the steady clock in ns once the main window has been shown and "
+                       "painted, then quit (start-up timing)."));
     parser.addOption(archive);
     parser.addOption(screenshot);
     parser.addOption(version);
+    parser.addOption(exitWhenShown);
     parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("Step program (.gsp) to open."));
     parser.process(app);
     // The rest is the command line as one text: a quoted path keeps its blanks.
     QStringList rest;
     for (const QString& a : parser.positionalArguments())
         rest << (a.contains(u' ') ? u'"' + a + u'"' : a);
-    return {parser.value(archive), parser.value(screenshot), rest.join(u' '), parser.isSet(version)};
+    return {parser.value(archive), parser.value(screenshot), rest.join(u' '), parser.isSet(version),
+            parser.isSet(exitWhenShown)};
 }
 
 } // namespace
@@ -66,6 +74,16 @@ int main(int argc, char** argv) {
             if (!saved)
                 std::fprintf(stderr, "Cannot write %s\n", qPrintable(args.screenshot));
             app.exit(saved ? 0 : 1);
+        });
+    }
+    if (args.exitWhenShown) {
+        QTimer::singleShot(0, &app, [&] {
+            QApplication::processEvents(); // the shown window's first paint
+            const auto now = std::chrono::steady_clock::now().time_since_epoch();
+            std::printf("shown %lld\n",
+                        static_cast<long long>(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count()));
+            std::fflush(stdout);
+            app.exit(0);
         });
     }
     return app.exec();

@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QPixmap>
 #include <QIcon>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -34,7 +35,9 @@ QString MainWindow::caption() {
 
 QAction* MainWindow::addToolButton(const QString& key, const QString& image, int captionText) {
     auto* action =
-        m_toolBar->addAction(QIcon(QStringLiteral(":/toolbar/") + image), LoadMessageText(captionText));
+        // From a pixmap: the resource names carry no suffix, and QIcon would otherwise look
+        // each one up in the MIME database.
+        m_toolBar->addAction(QIcon(QPixmap(QStringLiteral(":/toolbar/") + image)), LoadMessageText(captionText));
     action->setObjectName(key);
     m_actions.insert(key, action);
     return action;

@@ -16,7 +16,9 @@ StepHeaderView::StepHeaderView(Qt::Orientation orientation, QWidget* parent)
 }
 
 bool StepHeaderView::hasSymbolFont() {
-    return QFontDatabase::hasFamily(QString::fromLatin1(StepSheet::kSymbolFont));
+    // Asked for every header section painted; the font database answer does not change.
+    static const bool has = QFontDatabase::hasFamily(QString::fromLatin1(StepSheet::kSymbolFont));
+    return has;
 }
 
 void StepHeaderView::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const {
