@@ -79,6 +79,7 @@ bool Startup::run() {
     placeMainWindow();
     readInitialFiles();
     m_userEditor = createUserEditor();
+    showMainWindow();
     m_window->tileHorizontally();
     HikisuOp(m_options.commandLine);
     return true;
@@ -147,19 +148,25 @@ void Startup::InitSettings() {
 }
 
 void Startup::placeMainWindow() {
+    if (const QScreen* screen = QGuiApplication::primaryScreen())
+        m_window->setGeometry(screen->availableGeometry());
+}
+
+// Shown once everything in it exists, so that it is laid out and painted once.
+void Startup::showMainWindow() {
+    m_window->show();
     const QScreen* screen = QGuiApplication::primaryScreen();
     if (!screen)
         return;
     // The whole window, frame included, fills the work area; the frame's size is known
     // only once the window exists on the screen.
     const QRect area = screen->availableGeometry();
-    m_window->setGeometry(area);
-    m_window->show();
     const QMargins frame(m_window->geometry().left() - m_window->frameGeometry().left(),
                          m_window->geometry().top() - m_window->frameGeometry().top(),
                          m_window->frameGeometry().right() - m_window->geometry().right(),
                          m_window->frameGeometry().bottom() - m_window->geometry().bottom());
-    m_window->setGeometry(area.marginsRemoved(frame));
+    if (!frame.isNull())
+        m_window->setGeometry(area.marginsRemoved(frame));
 }
 
 void Startup::readInitialFiles() {

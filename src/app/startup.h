@@ -76,6 +76,7 @@ private:
     bool InitMainWindow();
     void InitSettings();
     void placeMainWindow();
+    void showMainWindow();
     void readInitialFiles();
     // The user editor (shown) and the comparison editor (loaded on its first open), and the
     // document commands of both.
