@@ -182,6 +182,7 @@ private:
     ValidateResult validateDelay(int row, int col, const QString& text);
     ValidateResult validateCombo(int row, int col, const QString& text);
     ValidateResult acceptInput(int row, int col, const QString& category, int value);
+    bool counterOperandCellOk(int row, int col);
     bool startEditRelation(int row, int col);
     void writeCounterOperand(int row, int col, const QString& number);
     bool applyFunction(int row, int col, const QString& category, int value);

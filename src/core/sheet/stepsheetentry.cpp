@@ -237,15 +237,7 @@ ValidateResult StepSheetEditor::ExactInputKino(int row, int col, const QString& 
         // A counter's operand: another counter, or a number typed in.
         if (m_selinp.categoriesOfDigital(upper).contains(cat::COUNT))
             return acceptInput(row, col, cat::COUNT, m_selinp.ValueByDigital(cat::COUNT, upper));
-        if (ExistsEND(row, col, false)) {
-            m_prompter.showMessage(156, 2);
-            return {false, stored};
-        }
-        if (!m_sheet.ColIs2or3Grp(col)) {
-            m_prompter.showMessage(89, 2);
-            return {false, stored};
-        }
-        if (!ExactJyosu(row, col, upper))
+        if (!counterOperandCellOk(row, col) || !ExactJyosu(row, col, upper))
             return {false, stored};
         writeCounterOperand(row, col, upper);
         return {true, m_sheet.text(row, col)};
@@ -264,18 +256,25 @@ ValidateResult StepSheetEditor::ExactInputKino(int row, int col, const QString& 
     return acceptInput(row, col, c, m_selinp.ValueByDigital(c, upper));
 }
 
+// In a counter row only input groups 2 and 3 take an operand, and none after an END.
+bool StepSheetEditor::counterOperandCellOk(int row, int col) {
+    if (ExistsEND(row, col, false)) {
+        m_prompter.showMessage(156, 2);
+        return false;
+    }
+    if (!m_sheet.ColIs2or3Grp(col)) {
+        m_prompter.showMessage(89, 2);
+        return false;
+    }
+    return true;
+}
+
 ValidateResult StepSheetEditor::acceptInput(int row, int col, const QString& category, int value) {
     const QString stored = m_sheet.text(row, col);
     const int group = m_sheet.groupOf(col);
     if (TopIsCOUNT(row) && group > 1) {
-        if (ExistsEND(row, col, false)) {
-            m_prompter.showMessage(156, 2);
+        if (!counterOperandCellOk(row, col))
             return {false, stored};
-        }
-        if (!m_sheet.ColIs2or3Grp(col)) {
-            m_prompter.showMessage(89, 2);
-            return {false, stored};
-        }
         if (category != cat::COUNT) {
             qint32 lMin = 0;
             qint32 lMax = 0;
