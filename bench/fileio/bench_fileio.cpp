@@ -19,8 +19,7 @@ using namespace vkm;
 
 namespace {
 
-double medianMicros(int iterations, const std::function<bool()>& op)
-{
+double medianMicros(int iterations, const std::function<bool()>& op) {
     std::vector<double> times;
     times.reserve(std::size_t(iterations));
     QElapsedTimer t;
@@ -38,8 +37,7 @@ double medianMicros(int iterations, const std::function<bool()>& op)
 
 } // namespace
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     const int iterations = argc > 1 ? std::atoi(argv[1]) : 2000;
     const test::Catalogues c = test::testCatalogues();

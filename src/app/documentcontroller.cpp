@@ -8,24 +8,25 @@
 #include "mainwindow.h"
 #include "stepeditorwindow.h"
 
+#include <QAction>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QAction>
 #include <QTableView>
 #include <QUrl>
 
 namespace vkm {
 
 DocumentController::DocumentController(AppContext& context, StepSheetEditor& userEditor,
-                                       StepSheetEditor& comparisonEditor, QWidget* dialogParent, QMdiArea* mdiArea)
+                                       StepSheetEditor& comparisonEditor, QWidget* dialogParent,
+                                       QMdiArea* mdiArea)
     : m_context(context),
-      m_documents(std::make_unique<Documents>(*context.prompter, context.settings, *context.selout, *context.selinp,
-                                              userEditor, comparisonEditor, context.initialPath)),
-      m_dialogParent(dialogParent), m_mdi(mdiArea)
-{
+      m_documents(std::make_unique<Documents>(*context.prompter, context.settings, *context.selout,
+                                              *context.selinp, userEditor, comparisonEditor,
+                                              context.initialPath)),
+      m_dialogParent(dialogParent), m_mdi(mdiArea) {
     DocumentHooks& hooks = m_documents->hooks();
     hooks.memoWindowOpen = [this] { return !m_memo.isNull(); };
     hooks.inputPassword = [this](int usrcmp, const QString& password, const QString& author) {
@@ -34,10 +35,11 @@ DocumentController::DocumentController(AppContext& context, StepSheetEditor& use
     m_opener = [](const QString& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(path)); };
 }
 
-DocumentController::~DocumentController() { shutdown(); }
+DocumentController::~DocumentController() {
+    shutdown();
+}
 
-void DocumentController::setWindowHooks(const EditorWindowHooks& w)
-{
+void DocumentController::setWindowHooks(const EditorWindowHooks& w) {
     DocumentHooks& hooks = m_documents->hooks();
     hooks.titleChanged = w.setTitle;
     hooks.focusGrid = w.focusGrid;
@@ -47,8 +49,8 @@ void DocumentController::setWindowHooks(const EditorWindowHooks& w)
     hooks.loadForms = w.loadForms;
 }
 
-void DocumentController::attachWindows(StepEditorWindow& user, StepEditorWindow& comparison, MainWindow* mainWindow)
-{
+void DocumentController::attachWindows(StepEditorWindow& user, StepEditorWindow& comparison,
+                                       MainWindow* mainWindow) {
     StepEditorWindow* windows[2] = {&user, &comparison};
     for (int usrcmp = 0; usrcmp < 2; ++usrcmp) {
         StepEditorWindow* w = windows[usrcmp];
@@ -92,22 +94,20 @@ void DocumentController::attachWindows(StepEditorWindow& user, StepEditorWindow&
     setWindowHooks(hooks);
 }
 
-bool DocumentController::isDisabledKey(const QString& key)
-{
-    return key == QLatin1String("keyREAD_USER2") || key == QLatin1String("keyREAD_HIKAKU2")
-        || key == QLatin1String("keySAVE2");
+bool DocumentController::isDisabledKey(const QString& key) {
+    return key == QLatin1String("keyREAD_USER2") || key == QLatin1String("keyREAD_HIKAKU2") ||
+           key == QLatin1String("keySAVE2");
 }
 
-QStringList DocumentController::documentKeys()
-{
-    return {QStringLiteral("keyNew"),     QStringLiteral("keyOPEN"),        QStringLiteral("keyREAD_USER1"),
-            QStringLiteral("keyREAD_HIKAKU1"), QStringLiteral("keySAVE"),   QStringLiteral("keyOVERWRITE"),
-            QStringLiteral("keySAVEAS"),  QStringLiteral("InitialPath"),    QStringLiteral("keyUNDO"),
-            QStringLiteral("keyPASS"),    QStringLiteral("keyHelpManual")};
+QStringList DocumentController::documentKeys() {
+    return {
+        QStringLiteral("keyNew"),          QStringLiteral("keyOPEN"),      QStringLiteral("keyREAD_USER1"),
+        QStringLiteral("keyREAD_HIKAKU1"), QStringLiteral("keySAVE"),      QStringLiteral("keyOVERWRITE"),
+        QStringLiteral("keySAVEAS"),       QStringLiteral("InitialPath"),  QStringLiteral("keyUNDO"),
+        QStringLiteral("keyPASS"),         QStringLiteral("keyHelpManual")};
 }
 
-bool DocumentController::handleKey(int usrcmp, const QString& key, bool fromMenu)
-{
+bool DocumentController::handleKey(int usrcmp, const QString& key, bool fromMenu) {
     if (isDisabledKey(key))
         return true;
     if (key == QLatin1String("keyREM")) {
@@ -149,8 +149,7 @@ bool DocumentController::handleKey(int usrcmp, const QString& key, bool fromMenu
     return true;
 }
 
-fInpMemo* DocumentController::openMemoWindow(int usrcmp)
-{
+fInpMemo* DocumentController::openMemoWindow(int usrcmp) {
     if (m_memo) {
         if (auto* sub = qobject_cast<QMdiSubWindow*>(m_memo->parentWidget()))
             m_mdi->setActiveSubWindow(sub);
@@ -172,15 +171,13 @@ fInpMemo* DocumentController::openMemoWindow(int usrcmp)
     return memo;
 }
 
-void DocumentController::openManual()
-{
+void DocumentController::openManual() {
     const QString path = QDir(paths::exeFolder()).filePath(QStringLiteral("step_help1.pdf"));
     if (!QFileInfo(path).isFile() || !m_opener || !m_opener(path))
         m_context.prompter->showMessage(157, 2);
 }
 
-void DocumentController::shutdown()
-{
+void DocumentController::shutdown() {
     if (m_shutDown)
         return;
     m_shutDown = true;

@@ -1,8 +1,8 @@
 #include "editorresources.h"
 
 #include <QDir>
-#include <QHash>
 #include <QFile>
+#include <QHash>
 
 static void initEditorResource() {
     Q_INIT_RESOURCE(editor);

@@ -29,8 +29,7 @@ namespace {
 constexpr int kFontMin = 9;
 constexpr int kFontMax = 20;
 
-double dpi(const QWidget* w)
-{
+double dpi(const QWidget* w) {
     const QScreen* s = w->screen();
     return s ? s->logicalDotsPerInch() : 96.0;
 }
@@ -39,8 +38,7 @@ double dpi(const QWidget* w)
 fInpMemo::fInpMemo(Documents& documents, int usrcmp, Settings* settings, QWidget* parent)
     : QWidget(parent), m_documents(documents), m_usrcmp(usrcmp), m_settings(settings),
       m_txtMemo(new QPlainTextEdit(this)), m_lblNokori(new QLabel(this)), m_lblFileName(new QLabel(this)),
-      m_cboFontSize(new QComboBox(this))
-{
+      m_cboFontSize(new QComboBox(this)) {
     setObjectName(QStringLiteral("fInpMemo"));
     setWindowTitle(LoadMessageText(205));
     setWindowIcon(editorIcon(QStringLiteral("keyMEMO")));
@@ -69,7 +67,8 @@ fInpMemo::fInpMemo(Documents& documents, int usrcmp, Settings* settings, QWidget
 
     for (int size = kFontMin; size <= kFontMax; ++size)
         m_cboFontSize->addItem(QString::number(size), size);
-    int fontSize = m_settings ? m_settings->readInt(Section::Location, QStringLiteral("Memo_FontSize"), 10) : 10;
+    int fontSize =
+        m_settings ? m_settings->readInt(Section::Location, QStringLiteral("Memo_FontSize"), 10) : 10;
     fontSize = qBound(kFontMin, fontSize, kFontMax);
     m_cboFontSize->setCurrentIndex(fontSize - kFontMin);
     if (m_settings) {
@@ -80,7 +79,8 @@ fInpMemo::fInpMemo(Documents& documents, int usrcmp, Settings* settings, QWidget
 
     const CSteps& user = m_documents.userProgram();
     // The memo keeps the machine's line breaks (CR LF); the text box shows plain lines.
-    m_txtMemo->setPlainText(QString(m_documents.program(usrcmp).Memo).replace(QLatin1String("\r\n"), QLatin1String("\n")));
+    m_txtMemo->setPlainText(
+        QString(m_documents.program(usrcmp).Memo).replace(QLatin1String("\r\n"), QLatin1String("\n")));
     m_lblFileName->setText(user.MemoFile);
     if (!user.MemoFile.isEmpty())
         m_memoFilePath = QFileInfo(programFolder() + QLatin1Char('/') + user.MemoFile).absoluteFilePath();
@@ -98,37 +98,31 @@ fInpMemo::fInpMemo(Documents& documents, int usrcmp, Settings* settings, QWidget
 
 fInpMemo::~fInpMemo() = default;
 
-QPushButton* fInpMemo::button(int index) const
-{
+QPushButton* fInpMemo::button(int index) const {
     return index >= 1 && index <= 4 ? m_buttons[index - 1] : nullptr;
 }
 
-QString fInpMemo::programFolder() const
-{
+QString fInpMemo::programFolder() const {
     const QString path = m_documents.userFilePath();
     return path.isEmpty() ? QString() : QFileInfo(path).absolutePath();
 }
 
-QString fInpMemo::memoText() const
-{
+QString fInpMemo::memoText() const {
     // Each line break counts two bytes, as it is stored.
     return m_txtMemo->toPlainText().replace(QLatin1Char('\n'), QLatin1String("\r\n"));
 }
 
-void fInpMemo::updateRemaining()
-{
+void fInpMemo::updateRemaining() {
     m_lblNokori->setText(LoadMessageText(543) + QString::number(memoRemaining(memoText())));
 }
 
-void fInpMemo::applyFontSize()
-{
+void fInpMemo::applyFontSize() {
     QFont f = m_txtMemo->font();
     f.setPointSize(m_cboFontSize->currentData().toInt());
     m_txtMemo->setFont(f);
 }
 
-void fInpMemo::okClicked()
-{
+void fInpMemo::okClicked() {
     if (m_usrcmp != 0)
         return;
     if (!m_documents.user().storeMemoWindow(memoText(), m_lblFileName->text())) {
@@ -138,8 +132,7 @@ void fInpMemo::okClicked()
     close();
 }
 
-void fInpMemo::chooseRelatedFile()
-{
+void fInpMemo::chooseRelatedFile() {
     Prompter& prompter = m_documents.prompter();
     const QString folder = programFolder();
     if (folder.isEmpty()) {
@@ -159,8 +152,7 @@ void fInpMemo::chooseRelatedFile()
     m_memoFilePath = info.absoluteFilePath();
 }
 
-void fInpMemo::openRelatedFile()
-{
+void fInpMemo::openRelatedFile() {
     Prompter& prompter = m_documents.prompter();
     if (m_memoFilePath.isEmpty() || !QFileInfo(m_memoFilePath).isFile()) {
         prompter.showMessage(140, 2, m_memoFilePath);
@@ -170,13 +162,13 @@ void fInpMemo::openRelatedFile()
         prompter.showMessage(139, 2);
 }
 
-void fInpMemo::closeEvent(QCloseEvent* event)
-{
+void fInpMemo::closeEvent(QCloseEvent* event) {
     if (m_settings) {
         const double d = dpi(this);
         m_settings->writeInt(Section::Location, QStringLiteral("Memo_Width"), int(width() * 1440 / d));
         m_settings->writeInt(Section::Location, QStringLiteral("Memo_Height"), int(height() * 1440 / d));
-        m_settings->writeInt(Section::Location, QStringLiteral("Memo_FontSize"), m_cboFontSize->currentData().toInt());
+        m_settings->writeInt(Section::Location, QStringLiteral("Memo_FontSize"),
+                             m_cboFontSize->currentData().toInt());
     }
     event->accept();
     Q_EMIT closed();

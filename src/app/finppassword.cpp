@@ -17,16 +17,15 @@
 
 namespace vkm {
 
-void SetFontSize(QWidget* window)
-{
+void SetFontSize(QWidget* window) {
     const auto apply = [](QWidget* w) {
         QFont f = w->font();
         f.setPointSize(8);
         w->setFont(f);
     };
     for (QWidget* w : window->findChildren<QWidget*>()) {
-        if (qobject_cast<QLabel*>(w) || qobject_cast<QPushButton*>(w) || qobject_cast<QCheckBox*>(w)
-            || qobject_cast<QComboBox*>(w) || qobject_cast<QGroupBox*>(w))
+        if (qobject_cast<QLabel*>(w) || qobject_cast<QPushButton*>(w) || qobject_cast<QCheckBox*>(w) ||
+            qobject_cast<QComboBox*>(w) || qobject_cast<QGroupBox*>(w))
             apply(w);
     }
 }
@@ -35,8 +34,8 @@ fInpPassword::fInpPassword(int usrcmp, const QString& password, const QString& a
                            QWidget* parent)
     : QDialog(parent), m_usrcmp(usrcmp), m_password(password), m_author(author), m_prompter(prompter),
       m_txtPassword(new QLineEdit(password, this)), m_txtAuthor(new QLineEdit(author, this)),
-      m_ok(new QPushButton(QStringLiteral("OK"), this)), m_cancel(new QPushButton(LoadMessageText(420), this))
-{
+      m_ok(new QPushButton(QStringLiteral("OK"), this)),
+      m_cancel(new QPushButton(LoadMessageText(420), this)) {
     setWindowTitle(LoadMessageText(415));
     setObjectName(QStringLiteral("fInpPassword"));
     m_txtPassword->setObjectName(QStringLiteral("txtPassword"));
@@ -65,8 +64,7 @@ fInpPassword::fInpPassword(int usrcmp, const QString& password, const QString& a
     SetFontSize(this);
 }
 
-bool fInpPassword::eventFilter(QObject* watched, QEvent* event)
-{
+bool fInpPassword::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusIn) {
         if (auto* edit = qobject_cast<QLineEdit*>(watched)) {
             // Deferred: a mouse click that gave the focus would otherwise place the caret
@@ -77,8 +75,7 @@ bool fInpPassword::eventFilter(QObject* watched, QEvent* event)
     return QDialog::eventFilter(watched, event);
 }
 
-void fInpPassword::okClicked()
-{
+void fInpPassword::okClicked() {
     if (m_usrcmp != 0)
         return;
     const QString password = m_txtPassword->text().trimmed();
@@ -99,8 +96,7 @@ void fInpPassword::okClicked()
 }
 
 QString fInpPassword::InpPwd(int usrcmp, const QString& password, const QString& author, Prompter& prompter,
-                             QWidget* parent)
-{
+                             QWidget* parent) {
     fInpPassword dialog(usrcmp, password, author, prompter, parent);
     dialog.exec();
     return dialog.Password() + QLatin1Char('\t') + dialog.Author();

@@ -80,8 +80,9 @@ int main(int argc, char** argv) {
         QTimer::singleShot(0, &app, [&] {
             QApplication::processEvents(); // the shown window's first paint
             const auto now = std::chrono::steady_clock::now().time_since_epoch();
-            std::printf("shown %lld\n",
-                        static_cast<long long>(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count()));
+            std::printf(
+                "shown %lld\n",
+                static_cast<long long>(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count()));
             std::fflush(stdout);
             app.exit(0);
         });

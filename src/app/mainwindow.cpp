@@ -5,10 +5,10 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QPixmap>
 #include <QIcon>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPixmap>
 #include <QToolBar>
 #include <algorithm>
 
@@ -37,7 +37,8 @@ QAction* MainWindow::addToolButton(const QString& key, const QString& image, int
     auto* action =
         // From a pixmap: the resource names carry no suffix, and QIcon would otherwise look
         // each one up in the MIME database.
-        m_toolBar->addAction(QIcon(QPixmap(QStringLiteral(":/toolbar/") + image)), LoadMessageText(captionText));
+        m_toolBar->addAction(QIcon(QPixmap(QStringLiteral(":/toolbar/") + image)),
+                             LoadMessageText(captionText));
     action->setObjectName(key);
     m_actions.insert(key, action);
     return action;

@@ -47,9 +47,9 @@ private:
     QString m_comboList;
     mutable std::optional<QString> m_initialText;
     mutable QSet<QString> m_reportedMissing;
-    mutable bool m_refused = false;   // the last commit was refused
-    mutable QString m_restoreText;    // what the refused editor shows again
-    bool m_committing = false;        // a commit (and its message box) is under way
+    mutable bool m_refused = false; // the last commit was refused
+    mutable QString m_restoreText;  // what the refused editor shows again
+    bool m_committing = false;      // a commit (and its message box) is under way
 };
 
 } // namespace vkm

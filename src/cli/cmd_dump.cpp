@@ -13,19 +13,19 @@ namespace vkm::cli {
 namespace {
 
 // Function names as the editor shows them; a value the catalogue lacks stays visible.
-QString functionText(const CSelections& sels, int kino)
-{
+QString functionText(const CSelections& sels, int kino) {
     if (const CSelection* e = sels.Item(QString::number(qint16(kino))))
         return e->Digital;
     return QLatin1Char('#') + QString::number(quint16(kino));
 }
 
-QString orCode(const QString& text, int code) { return text.isEmpty() ? QLatin1Char('#') + QString::number(code) : text; }
+QString orCode(const QString& text, int code) {
+    return text.isEmpty() ? QLatin1Char('#') + QString::number(code) : text;
+}
 
 // Which counter operands are numbers typed in, by counter identifier: the pattern's
 // character for the input group is '1'.
-bool operandIsNumber(int counterId, int block)
-{
+bool operandIsNumber(int counterId, int block) {
     static const char* const patterns[] = {"01", "00", "011", "001", "010", "000"};
     if (counterId < 0 || counterId > 5)
         return false;
@@ -33,8 +33,7 @@ bool operandIsNumber(int counterId, int block)
     return block - 1 < p.size() && p[block - 1] == '1';
 }
 
-void dumpOutput(QTextStream& s, const CStepOut* out, int block, const CSelections& selout)
-{
+void dumpOutput(QTextStream& s, const CStepOut* out, int block, const CSelections& selout) {
     s << "  out" << block << ": ";
     if (!out || out->Kino == -1) {
         s << "-\n";
@@ -47,14 +46,13 @@ void dumpOutput(QTextStream& s, const CStepOut* out, int block, const CSelection
         return;
     }
     // The machine counts timers in 2 ms units; the editor shows milliseconds.
-    const bool doubled = out->DelayKind == DelayTimer
-                         && (category == cat::IN || category == cat::OUT || category == cat::RGST);
+    const bool doubled = out->DelayKind == DelayTimer &&
+                         (category == cat::IN || category == cat::OUT || category == cat::RGST);
     s << ' ' << orCode(CStepOuts::DelayKindJ(out->DelayKind), out->DelayKind) << ' '
       << (doubled ? qint64(out->DelayEtc) * 2 : qint64(out->DelayEtc)) << '\n';
 }
 
-void dumpInputs(QTextStream& s, const CStepInps& inps, const CSelections& selinp)
-{
+void dumpInputs(QTextStream& s, const CStepInps& inps, const CSelections& selinp) {
     const auto first = inps.Item(QStringLiteral("1"));
     const bool counter = first && selinp.CategoryByValue(qint16(first->Kino)) == cat::COUNT;
     bool afterEnd = false;
@@ -76,8 +74,7 @@ void dumpInputs(QTextStream& s, const CStepInps& inps, const CSelections& selinp
     }
 }
 
-void dumpProgram(QTextStream& s, const CSteps& p, const CliContext& ctx)
-{
+void dumpProgram(QTextStream& s, const CSteps& p, const CliContext& ctx) {
     s << "author: " << p.Author << '\n' << "memo file: " << p.MemoFile << '\n' << "memo:";
     for (const QString& line : p.Memo.split(QRegularExpression(QStringLiteral("\r\n|\r|\n"))))
         s << (p.Memo.isEmpty() ? "" : "\n  | ") << line;
@@ -101,8 +98,7 @@ void dumpProgram(QTextStream& s, const CSteps& p, const CliContext& ctx)
     }
 }
 
-int runDump(const QStringList& args, CliContext& ctx)
-{
+int runDump(const QStringList& args, CliContext& ctx) {
     if (args.size() != 1)
         return ctx.usageError(QStringLiteral("dump FILE.gsp"));
     if (!ctx.loadCatalogues())

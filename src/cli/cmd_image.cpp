@@ -8,8 +8,7 @@
 namespace vkm::cli {
 namespace {
 
-int runImage(const QStringList& args, CliContext& ctx)
-{
+int runImage(const QStringList& args, CliContext& ctx) {
     if (args.size() != 2)
         return ctx.usageError(QStringLiteral("image FILE.gsp OUT.bin"));
     bool ok = false;
@@ -23,9 +22,9 @@ int runImage(const QStringList& args, CliContext& ctx)
     return ctx.writeFile(args[1], bytes.left(memmap::kStepImageBytes)) ? 0 : 1;
 }
 
-const CommandRegistration reg({QStringLiteral("image"),
-                               QStringLiteral("image FILE.gsp OUT.bin   step image (1904 bytes) of a program file"),
-                               runImage});
+const CommandRegistration
+    reg({QStringLiteral("image"),
+         QStringLiteral("image FILE.gsp OUT.bin   step image (1904 bytes) of a program file"), runImage});
 
 } // namespace
 } // namespace vkm::cli

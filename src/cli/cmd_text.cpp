@@ -8,8 +8,7 @@
 namespace vkm::cli {
 namespace {
 
-int runText(const QStringList& args, CliContext& ctx)
-{
+int runText(const QStringList& args, CliContext& ctx) {
     if (args.size() != 2)
         return ctx.usageError(QStringLiteral("text IMAGE.bin OUT.gsp"));
     QByteArray image;
@@ -25,9 +24,9 @@ int runText(const QStringList& args, CliContext& ctx)
     return ctx.writeFile(args[1], text) ? 0 : 1;
 }
 
-const CommandRegistration reg({QStringLiteral("text"),
-                               QStringLiteral("text IMAGE.bin OUT.gsp   program file (transfer text) of a step image"),
-                               runText});
+const CommandRegistration
+    reg({QStringLiteral("text"),
+         QStringLiteral("text IMAGE.bin OUT.gsp   program file (transfer text) of a step image"), runText});
 
 } // namespace
 } // namespace vkm::cli

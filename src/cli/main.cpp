@@ -6,15 +6,13 @@
 using namespace vkm::cli;
 
 namespace vkm::cli {
-std::map<QString, Command>& commandRegistry()
-{
+std::map<QString, Command>& commandRegistry() {
     static std::map<QString, Command> registry;
     return registry;
 }
 } // namespace vkm::cli
 
-static int usage(QTextStream& s)
-{
+static int usage(QTextStream& s) {
     s << "usage: vkmstep-cli [--archive PATH] COMMAND [ARGS]\n       vkmstep-cli --version\ncommands:\n";
     for (const auto& [name, cmd] : commandRegistry())
         s << "  " << cmd.usage << '\n';
@@ -22,8 +20,7 @@ static int usage(QTextStream& s)
     return 2;
 }
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     QStringList args = app.arguments().mid(1);
     QString archive;

@@ -15,11 +15,11 @@
 //                 edit, the cell keeps its value, and the editor closes without a question.
 // Exit code 0: the scenario went as described and the application closed by itself; any
 // step that did not happen prints "FAIL: ..." and gives a non-zero code.
+#include "documentcontroller.h"
+#include "finpmemo.h"
 #include "mainwindow.h"
 #include "startup.h"
 #include "stepeditorwindow.h"
-#include "documentcontroller.h"
-#include "finpmemo.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -53,8 +53,8 @@ bool parseArguments(const QApplication& app, Arguments& args) {
     QCommandLineParser parser;
     const QCommandLineOption archive(QStringLiteral("archive"), QStringLiteral("Setting archive."),
                                      QStringLiteral("PATH"));
-    const QCommandLineOption scenario(QStringLiteral("scenario"), QStringLiteral("edit-save or close-unsaved"),
-                                      QStringLiteral("NAME"));
+    const QCommandLineOption scenario(QStringLiteral("scenario"),
+                                      QStringLiteral("edit-save or close-unsaved"), QStringLiteral("NAME"));
     const QCommandLineOption row(QStringLiteral("row"), QStringLiteral("Grid row."), QStringLiteral("R"));
     const QCommandLineOption col(QStringLiteral("col"), QStringLiteral("Grid column."), QStringLiteral("C"));
     const QCommandLineOption value(QStringLiteral("value"), QStringLiteral("Text to type."),
@@ -160,11 +160,12 @@ private:
         // The cell editor stays open with the cell's own value, ready for a correction.
         auto* editor = qobject_cast<QLineEdit*>(grid->indexWidget(grid->currentIndex()));
         if (!editor || !editor->hasFocus() || editor->text() != before)
-            return fail(QStringLiteral("after the refusal the cell editor is %1 and shows '%2' (expected '%3')")
-                            .arg(!editor ? QStringLiteral("closed")
-                                         : editor->hasFocus() ? QStringLiteral("open")
-                                                              : QStringLiteral("without focus"),
-                                 editor ? editor->text() : QString(), before));
+            return fail(
+                QStringLiteral("after the refusal the cell editor is %1 and shows '%2' (expected '%3')")
+                    .arg(!editor              ? QStringLiteral("closed")
+                         : editor->hasFocus() ? QStringLiteral("open")
+                                              : QStringLiteral("without focus"),
+                         editor ? editor->text() : QString(), before));
         key(Qt::Key_Escape);
         if (QApplication::focusWidget() != grid)
             return fail("Escape did not end the cell edit");
@@ -268,8 +269,10 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     Arguments args;
     if (!parseArguments(app, args)) {
-        std::fprintf(stderr, "usage: %s [--archive PATH] --scenario edit-save|close-unsaved|refuse-entry "
-                             "--row R --col C --value TEXT FILE.gsp\n", argv[0]);
+        std::fprintf(stderr,
+                     "usage: %s [--archive PATH] --scenario edit-save|close-unsaved|refuse-entry "
+                     "--row R --col C --value TEXT FILE.gsp\n",
+                     argv[0]);
         return 2;
     }
     // Exactly what vkmstep's main hands to the start-up.

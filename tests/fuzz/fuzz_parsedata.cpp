@@ -9,8 +9,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
-{
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     vkm::fuzz::muteErrorReports();
     const QByteArray text(reinterpret_cast<const char*>(data), qsizetype(size));
     vkm::ScriptedPrompter prompter;

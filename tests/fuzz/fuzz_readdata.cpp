@@ -14,8 +14,7 @@
 namespace {
 struct Catalogues {
     vkm::CSelections selout, selinp;
-    Catalogues()
-    {
+    Catalogues() {
         selout.Add("Y001", 256, "", "OUT", "0", "0");
         selout.Add("CN16", 16, "", "COUNT", "0", "9999");
         selout.Add("SUB", 28672, "", "SUB", "0", "0");
@@ -31,8 +30,7 @@ struct Catalogues {
 };
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
-{
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static const Catalogues c;
     vkm::fuzz::muteErrorReports();
     const QByteArray image(reinterpret_cast<const char*>(data), qsizetype(size));

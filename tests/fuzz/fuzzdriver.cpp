@@ -12,13 +12,11 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace {
-void runOne(const QByteArray& bytes)
-{
+void runOne(const QByteArray& bytes) {
     LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.constData()), size_t(bytes.size()));
 }
 
-QByteArray mutate(QByteArray b, std::mt19937& rng)
-{
+QByteArray mutate(QByteArray b, std::mt19937& rng) {
     std::uniform_int_distribution<int> kind(0, 5);
     std::uniform_int_distribution<int> byte(0, 255);
     const int rounds = 1 + int(rng() % 8);
@@ -34,7 +32,9 @@ QByteArray mutate(QByteArray b, std::mt19937& rng)
             if (n)
                 b.truncate(pos());
             break;
-        case 2: b.insert(pos(), char(byte(rng))); break;
+        case 2:
+            b.insert(pos(), char(byte(rng)));
+            break;
         case 3:
             if (n)
                 b[pos()] = char(byte(rng));
@@ -58,8 +58,7 @@ QByteArray mutate(QByteArray b, std::mt19937& rng)
 }
 } // namespace
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     const QString corpusDir = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString();
     const int iterations = argc > 2 ? std::atoi(argv[2]) : 1000;

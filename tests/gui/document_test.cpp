@@ -15,8 +15,7 @@ namespace {
 
 class DocumentCommands : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
+    void SetUp() override {
         const QString setting = QStringLiteral(VKM_SOURCE_DIR "/data/setting");
         ASSERT_TRUE(selout.ReadSet6_7_8_9e(setting, QStringLiteral("Set08.e")));
         ASSERT_TRUE(selinp.ReadSet6_7_8_9e(setting, QStringLiteral("Set09.e")));
@@ -37,8 +36,7 @@ protected:
     std::unique_ptr<DocumentController> controller;
 };
 
-TEST_F(DocumentCommands, KeysReachTheirOperationsOnlyWhereTheyApply)
-{
+TEST_F(DocumentCommands, KeysReachTheirOperationsOnlyWhereTheyApply) {
     struct Case {
         int usrcmp;
         const char* key;
@@ -48,11 +46,11 @@ TEST_F(DocumentCommands, KeysReachTheirOperationsOnlyWhereTheyApply)
     };
     const std::vector<Case> cases = {
         {0, "keyUNDO", false, true, {95}},
-        {1, "keyUNDO", false, true, {}},          // no undo in the comparison editor
-        {0, "keyREAD_USER2", true, true, {}},     // machine items stay disabled
+        {1, "keyUNDO", false, true, {}},      // no undo in the comparison editor
+        {0, "keyREAD_USER2", true, true, {}}, // machine items stay disabled
         {0, "keySAVE2", true, true, {}},
-        {0, "keyHelpManual", true, true, {157}},  // no manual beside the test executable
-        {0, "keyREM", false, false, {}},          // the remark button is the grid's
+        {0, "keyHelpManual", true, true, {157}}, // no manual beside the test executable
+        {0, "keyREM", false, false, {}},         // the remark button is the grid's
         {0, "keyFind", false, false, {}},
         {1, "keyNew", false, true, {}},
     };
@@ -63,8 +61,7 @@ TEST_F(DocumentCommands, KeysReachTheirOperationsOnlyWhereTheyApply)
     }
 }
 
-TEST_F(DocumentCommands, MemoWindowIsModelessSingleAndBlocksNew)
-{
+TEST_F(DocumentCommands, MemoWindowIsModelessSingleAndBlocksNew) {
     ASSERT_TRUE(controller->handleKey(0, QStringLiteral("keyREM"), true));
     fInpMemo* memo = controller->memoWindow();
     ASSERT_NE(memo, nullptr);
@@ -83,8 +80,7 @@ TEST_F(DocumentCommands, MemoWindowIsModelessSingleAndBlocksNew)
     EXPECT_TRUE(prompter.numbers().empty());
 }
 
-TEST_F(DocumentCommands, OpenAsksAboutUnsavedChangesFirst)
-{
+TEST_F(DocumentCommands, OpenAsksAboutUnsavedChangesFirst) {
     controller->documents().user().setChanged(true);
     prompter.queueAnswer(Answer::Cancel);
     controller->handleKey(0, QStringLiteral("keyREAD_USER1"), true);

@@ -20,12 +20,11 @@
 namespace vkm::test {
 namespace {
 
-TEST(PasswordDialog, RefusesBadWordsKeepsTheFocusThereAndReturnsTrimmedValues)
-{
+TEST(PasswordDialog, RefusesBadWordsKeepsTheFocusThereAndReturnsTrimmedValues) {
     struct Case {
         QString password, author;
-        int message;        // 0: accepted
-        const char* focus;  // box that keeps the focus when refused
+        int message;       // 0: accepted
+        const char* focus; // box that keeps the focus when refused
     };
     const std::vector<Case> cases = {
         {QStringLiteral("123456789"), QStringLiteral("Ann"), 120, "txtPassword"},
@@ -58,8 +57,7 @@ TEST(PasswordDialog, RefusesBadWordsKeepsTheFocusThereAndReturnsTrimmedValues)
     }
 }
 
-TEST(PasswordDialog, ComparisonValuesAreShownReadOnlyAndFocusSelectsTheWholeText)
-{
+TEST(PasswordDialog, ComparisonValuesAreShownReadOnlyAndFocusSelectsTheWholeText) {
     ScriptedPrompter prompter;
     fInpPassword cmp(1, QStringLiteral("pw"), QStringLiteral("Ann"), prompter);
     EXPECT_FALSE(cmp.okButton()->isEnabled());
@@ -80,8 +78,7 @@ TEST(PasswordDialog, ComparisonValuesAreShownReadOnlyAndFocusSelectsTheWholeText
 // The memo window over real documents and a settings store of its own.
 class MemoWindow : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
+    void SetUp() override {
         const QString setting = QStringLiteral(VKM_SOURCE_DIR "/data/setting");
         ASSERT_TRUE(selout.ReadSet6_7_8_9e(setting, QStringLiteral("Set08.e")));
         ASSERT_TRUE(selinp.ReadSet6_7_8_9e(setting, QStringLiteral("Set09.e")));
@@ -99,8 +96,7 @@ protected:
     Scratch scratch;
 };
 
-TEST_F(MemoWindow, CountsRemainingBytesAndRefusesTooLongMemos)
-{
+TEST_F(MemoWindow, CountsRemainingBytesAndRefusesTooLongMemos) {
     fInpMemo memo(docs, 0, settings.settings.get());
     EXPECT_EQ(memo.windowTitle(), QStringLiteral("Input note"));
     EXPECT_EQ(memo.cboFontSize()->count(), 12);
@@ -122,8 +118,10 @@ TEST_F(MemoWindow, CountsRemainingBytesAndRefusesTooLongMemos)
         {QString(497, QLatin1Char('a')), QStringLiteral("Memo remaining:-1"), false, {}},
         // A line break is stored as CR LF and counts two bytes.
         {QStringLiteral("ab\ncd"), QStringLiteral("Memo remaining:490"), true, QStringLiteral("ab\r\ncd")},
-        {QString(494, QLatin1Char('a')) + QLatin1Char('\n') + QLatin1Char('b'), QStringLiteral("Memo remaining:-1"),
-         false, {}},
+        {QString(494, QLatin1Char('a')) + QLatin1Char('\n') + QLatin1Char('b'),
+         QStringLiteral("Memo remaining:-1"),
+         false,
+         {}},
     };
     for (const Case& c : cases) {
         prompter.clear();
@@ -133,16 +131,17 @@ TEST_F(MemoWindow, CountsRemainingBytesAndRefusesTooLongMemos)
         EXPECT_EQ(memo.lblNokori()->text(), c.label);
         memo.okClicked();
         EXPECT_EQ(docs.user().IsChanged(), c.stored);
-        EXPECT_EQ(docs.userProgram().Memo, c.stored ? (c.storedAs.isEmpty() ? c.text : c.storedAs) : QString());
+        EXPECT_EQ(docs.userProgram().Memo,
+                  c.stored ? (c.storedAs.isEmpty() ? c.text : c.storedAs) : QString());
         EXPECT_EQ(prompter.numbers(), c.stored ? std::vector<int>{} : std::vector<int>{56});
     }
     memo.close();
-    EXPECT_EQ(settings.settings->read(Section::Location, QStringLiteral("Memo_FontSize")), QStringLiteral("9"));
+    EXPECT_EQ(settings.settings->read(Section::Location, QStringLiteral("Memo_FontSize")),
+              QStringLiteral("9"));
     EXPECT_FALSE(settings.settings->read(Section::Location, QStringLiteral("Memo_Width")).isEmpty());
 }
 
-TEST_F(MemoWindow, RelatedFileMustLieBesideTheProgramAndAloneMarksAChange)
-{
+TEST_F(MemoWindow, RelatedFileMustLieBesideTheProgramAndAloneMarksAChange) {
     const QString beside = scratch.write(QStringLiteral("NOTE.TXT"), "n");
     const QString elsewhere = scratch.write(QStringLiteral("other/FAR.TXT"), "f");
     docs.userProgram().MemoFile = QStringLiteral("NOTE.TXT");
@@ -166,13 +165,15 @@ TEST_F(MemoWindow, RelatedFileMustLieBesideTheProgramAndAloneMarksAChange)
     EXPECT_EQ(docs.userProgram().MemoFile, QStringLiteral("SECOND.TXT"));
 }
 
-TEST_F(MemoWindow, OpeningTheRelatedFileNeedsTheFileAndAnAssociatedProgram)
-{
+TEST_F(MemoWindow, OpeningTheRelatedFileNeedsTheFileAndAnAssociatedProgram) {
     QStringList opened;
     bool associated = false;
     docs.userProgram().MemoFile = QStringLiteral("GONE.TXT");
     fInpMemo memo(docs, 0, nullptr);
-    memo.setOpener([&](const QString& p) { opened << p; return associated; });
+    memo.setOpener([&](const QString& p) {
+        opened << p;
+        return associated;
+    });
     memo.openRelatedFile();
     ASSERT_EQ(prompter.numbers(), std::vector<int>({140}));
     EXPECT_EQ(prompter.shown()[0].a1, scratch.file(QStringLiteral("GONE.TXT")));

@@ -6,8 +6,7 @@ namespace vkm::test {
 
 Scratch::Scratch() = default;
 
-QString Scratch::write(const QString& name, const QByteArray& bytes) const
-{
+QString Scratch::write(const QString& name, const QByteArray& bytes) const {
     const QString p = file(name);
     QFile f(p);
     if (f.open(QIODevice::WriteOnly | QIODevice::Truncate))
@@ -15,16 +14,19 @@ QString Scratch::write(const QString& name, const QByteArray& bytes) const
     return p;
 }
 
-QString bundledArchive() { return QStringLiteral(VKM_BIN_DIR "/VKM.e"); }
+QString bundledArchive() {
+    return QStringLiteral(VKM_BIN_DIR "/VKM.e");
+}
 
-QByteArray readAll(const QString& path)
-{
+QByteArray readAll(const QString& path) {
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly))
         return {};
     return f.readAll();
 }
 
-QString testData(const QString& name) { return QStringLiteral(VKM_TEST_DATA "/") + name; }
+QString testData(const QString& name) {
+    return QStringLiteral(VKM_TEST_DATA "/") + name;
+}
 
 } // namespace vkm::test

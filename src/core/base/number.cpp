@@ -7,8 +7,7 @@ namespace vkm {
 
 namespace {
 // Length of the numeric prefix of text starting at pos (after blanks), 0 when none.
-int numericPrefix(const QString& text, int pos)
-{
+int numericPrefix(const QString& text, int pos) {
     const int n = text.size();
     int i = pos;
     if (i < n && (text[i] == u'+' || text[i] == u'-'))
@@ -47,16 +46,14 @@ int numericPrefix(const QString& text, int pos)
     return i - pos;
 }
 
-int skipBlanks(const QString& text, int pos)
-{
+int skipBlanks(const QString& text, int pos) {
     while (pos < text.size() && (text[pos] == u' ' || text[pos] == u'\t'))
         ++pos;
     return pos;
 }
 } // namespace
 
-double leadingNumber(const QString& text)
-{
+double leadingNumber(const QString& text) {
     const int start = skipBlanks(text, 0);
     const int len = numericPrefix(text, start);
     if (len == 0)
@@ -68,15 +65,13 @@ double leadingNumber(const QString& text)
     return v;
 }
 
-double roundHalfEven(double value)
-{
+double roundHalfEven(double value) {
     if (!std::isfinite(value))
         return value;
     return std::nearbyint(value); // the default rounding mode rounds halves to even
 }
 
-qint64 leadingInteger(const QString& text)
-{
+qint64 leadingInteger(const QString& text) {
     const double r = roundHalfEven(leadingNumber(text));
     if (r >= 9.2e18)
         return std::numeric_limits<qint64>::max();
@@ -85,16 +80,14 @@ qint64 leadingInteger(const QString& text)
     return static_cast<qint64>(r);
 }
 
-std::optional<qint16> leadingInt16(const QString& text)
-{
+std::optional<qint16> leadingInt16(const QString& text) {
     const double r = roundHalfEven(leadingNumber(text));
     if (r < -32768.0 || r > 32767.0)
         return std::nullopt;
     return static_cast<qint16>(r);
 }
 
-bool isNumeric(const QString& text)
-{
+bool isNumeric(const QString& text) {
     const int start = skipBlanks(text, 0);
     const int len = numericPrefix(text, start);
     if (len == 0)

@@ -7,17 +7,17 @@
 
 namespace vkm::paths {
 
-QString exeFolder()
-{
+QString exeFolder() {
     if (QCoreApplication::instance())
         return QCoreApplication::applicationDirPath();
     return QDir::currentPath();
 }
 
-QString installedDataFolder() { return QDir::cleanPath(exeFolder() + QStringLiteral("/../share/vkmstep")); }
+QString installedDataFolder() {
+    return QDir::cleanPath(exeFolder() + QStringLiteral("/../share/vkmstep"));
+}
 
-QString settingArchive(const QString& override)
-{
+QString settingArchive(const QString& override) {
     if (!override.isEmpty())
         return QFileInfo(override).absoluteFilePath();
     const QString env = qEnvironmentVariable("VKM_ARCHIVE");
@@ -32,17 +32,22 @@ QString settingArchive(const QString& override)
     return beside;
 }
 
-QString userDataFolder()
-{
+QString userDataFolder() {
     QString dir = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
     if (dir.isEmpty())
         dir = QDir::homePath() + QStringLiteral("/.local/share/vkmstep");
     return dir;
 }
 
-QString errorLogFile() { return userDataFolder() + QStringLiteral("/error.log"); }
+QString errorLogFile() {
+    return userDataFolder() + QStringLiteral("/error.log");
+}
 
-QString helpSamplesFolder() { return exeFolder() + QStringLiteral("/Help/SampleCodes"); }
-QString helpSamplesFolderEnglish() { return helpSamplesFolder() + QStringLiteral("/Eng"); }
+QString helpSamplesFolder() {
+    return exeFolder() + QStringLiteral("/Help/SampleCodes");
+}
+QString helpSamplesFolderEnglish() {
+    return helpSamplesFolder() + QStringLiteral("/Eng");
+}
 
 } // namespace vkm::paths

@@ -7,27 +7,28 @@
 namespace vkm {
 
 namespace {
-bool asks(int style)
-{
+bool asks(int style) {
     const BoxStyle s = boxStyle(style);
     return s.valid && s.buttons != BoxButtons::Ok && s.buttons != BoxButtons::None;
 }
 
 // The answer a box gives when its default button is pressed.
-Answer defaultButton(int style)
-{
+Answer defaultButton(int style) {
     const BoxStyle s = boxStyle(style);
     switch (s.buttons) {
-    case BoxButtons::YesNo: return s.secondButtonDefault ? Answer::No : Answer::Yes;
-    case BoxButtons::YesNoCancel: return Answer::Yes;
-    case BoxButtons::OkCancel: return Answer::Ok;
-    default: return Answer::None;
+    case BoxButtons::YesNo:
+        return s.secondButtonDefault ? Answer::No : Answer::Yes;
+    case BoxButtons::YesNoCancel:
+        return Answer::Yes;
+    case BoxButtons::OkCancel:
+        return Answer::Ok;
+    default:
+        return Answer::None;
     }
 }
 } // namespace
 
-Answer ScriptedPrompter::answerFor(int style)
-{
+Answer ScriptedPrompter::answerFor(int style) {
     if (!asks(style))
         return Answer::None;
     if (!m_answers.empty()) {
@@ -38,20 +39,18 @@ Answer ScriptedPrompter::answerFor(int style)
     return m_default;
 }
 
-Answer ScriptedPrompter::showMessage(int number, int style, const QString& a1, const QString& a2, const QString& a3)
-{
+Answer ScriptedPrompter::showMessage(int number, int style, const QString& a1, const QString& a2,
+                                     const QString& a3) {
     m_shown.push_back({number, style, messageText(number, a1, a2, a3), a1, a2, a3});
     return answerFor(style);
 }
 
-Answer ScriptedPrompter::showText(const QString& text, int style)
-{
+Answer ScriptedPrompter::showText(const QString& text, int style) {
     m_shown.push_back({0, style, text, {}, {}, {}});
     return answerFor(style);
 }
 
-std::optional<QString> ScriptedPrompter::inputText(const QString&, const QString& prompt, const QString&)
-{
+std::optional<QString> ScriptedPrompter::inputText(const QString&, const QString& prompt, const QString&) {
     m_prompts << prompt;
     if (m_inputs.empty())
         return std::nullopt;
@@ -60,8 +59,7 @@ std::optional<QString> ScriptedPrompter::inputText(const QString&, const QString
     return v;
 }
 
-QString ScriptedPrompter::openFileName(const FileDialogRequest& request)
-{
+QString ScriptedPrompter::openFileName(const FileDialogRequest& request) {
     m_requests.push_back(request);
     if (m_files.empty())
         return {};
@@ -70,35 +68,33 @@ QString ScriptedPrompter::openFileName(const FileDialogRequest& request)
     return f;
 }
 
-QString ScriptedPrompter::saveFileName(const FileDialogRequest& request) { return openFileName(request); }
+QString ScriptedPrompter::saveFileName(const FileDialogRequest& request) {
+    return openFileName(request);
+}
 
-QString ScriptedPrompter::existingFolder(const QString& title, const QString& startDir)
-{
+QString ScriptedPrompter::existingFolder(const QString& title, const QString& startDir) {
     return openFileName({title, startDir, {}, {}, {}});
 }
 
-std::vector<int> ScriptedPrompter::numbers() const
-{
+std::vector<int> ScriptedPrompter::numbers() const {
     std::vector<int> out;
     for (const auto& s : m_shown)
         out.push_back(s.number);
     return out;
 }
 
-void ScriptedPrompter::clear()
-{
+void ScriptedPrompter::clear() {
     m_shown.clear();
     m_requests.clear();
     m_prompts.clear();
 }
 
-Answer ConsolePrompter::showMessage(int number, int style, const QString& a1, const QString& a2, const QString& a3)
-{
+Answer ConsolePrompter::showMessage(int number, int style, const QString& a1, const QString& a2,
+                                    const QString& a3) {
     return showText(messageText(number, a1, a2, a3), style);
 }
 
-Answer ConsolePrompter::showText(const QString& text, int style)
-{
+Answer ConsolePrompter::showText(const QString& text, int style) {
     if (!boxStyle(style).valid)
         return Answer::None;
     m_last = text;

@@ -15,7 +15,7 @@ public:
     struct Shown {
         int number = 0; // 0 for a plain text
         int style = 0;
-        QString text;   // the composed text
+        QString text; // the composed text
         QString a1, a2, a3;
     };
 
@@ -31,7 +31,8 @@ public:
     Answer showMessage(int number, int style, const QString& a1 = {}, const QString& a2 = {},
                        const QString& a3 = {}) override;
     Answer showText(const QString& text, int style) override;
-    std::optional<QString> inputText(const QString& title, const QString& prompt, const QString& defaultText) override;
+    std::optional<QString> inputText(const QString& title, const QString& prompt,
+                                     const QString& defaultText) override;
     QString openFileName(const FileDialogRequest& request) override;
     QString saveFileName(const FileDialogRequest& request) override;
     QString existingFolder(const QString& title, const QString& startDir) override;
@@ -61,7 +62,9 @@ public:
     Answer showMessage(int number, int style, const QString& a1 = {}, const QString& a2 = {},
                        const QString& a3 = {}) override;
     Answer showText(const QString& text, int style) override;
-    std::optional<QString> inputText(const QString&, const QString&, const QString&) override { return std::nullopt; }
+    std::optional<QString> inputText(const QString&, const QString&, const QString&) override {
+        return std::nullopt;
+    }
     QString openFileName(const FileDialogRequest&) override { return {}; }
     QString saveFileName(const FileDialogRequest&) override { return {}; }
     QString existingFolder(const QString&, const QString&) override { return {}; }

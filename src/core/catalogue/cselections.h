@@ -17,8 +17,8 @@ class CSelections {
 public:
     // Registers one entry. Returns nullptr when registration failed part way (duplicate
     // value, or duplicate category/digital pair): what was registered before stays.
-    const CSelection* Add(const QString& sDigital, qint16 value, const QString& sAdvice, const QString& sCategory,
-                          const QString& sMin, const QString& sMax);
+    const CSelection* Add(const QString& sDigital, qint16 value, const QString& sAdvice,
+                          const QString& sCategory, const QString& sMin, const QString& sMax);
     // An entry with only Selection and value, keyed by sSelection; no dictionary touched.
     const CSelection* Add2(const QString& sSelection, qint16 value);
 

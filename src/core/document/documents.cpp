@@ -15,8 +15,7 @@ constexpr qint64 kStepFileSize = 5950;
 constexpr qint64 kPaddedStepFileSize = 6400;
 } // namespace
 
-bool ExactFile(const QString& path, Prompter& prompter)
-{
+bool ExactFile(const QString& path, Prompter& prompter) {
     if (path.isEmpty())
         return true;
     const QFileInfo info(path);
@@ -32,25 +31,22 @@ bool ExactFile(const QString& path, Prompter& prompter)
     return true;
 }
 
-Documents::Documents(Prompter& prompter, Settings* settings, const CSelections& selout, const CSelections& selinp,
-                     StepSheetEditor& userEditor, StepSheetEditor& comparisonEditor, QString initialPath)
+Documents::Documents(Prompter& prompter, Settings* settings, const CSelections& selout,
+                     const CSelections& selinp, StepSheetEditor& userEditor,
+                     StepSheetEditor& comparisonEditor, QString initialPath)
     : m_prompter(prompter), m_settings(settings), m_selout(selout), m_selinp(selinp),
       m_initialPath(std::move(initialPath)), m_user(std::make_unique<StepDocument>(*this, 0, userEditor)),
-      m_comparison(std::make_unique<StepDocument>(*this, 1, comparisonEditor))
-{
-}
+      m_comparison(std::make_unique<StepDocument>(*this, 1, comparisonEditor)) {}
 
 Documents::~Documents() = default;
 
-void Documents::SaveInitialPath(const QString& path)
-{
+void Documents::SaveInitialPath(const QString& path) {
     m_initialPath = path;
     if (m_settings)
         m_settings->SaveInitialPath(path);
 }
 
-bool Documents::InitialPathCommand()
-{
+bool Documents::InitialPathCommand() {
     const QString folder = m_prompter.existingFolder(LoadMessageText(189), m_initialPath);
     if (folder.isEmpty())
         return false;
@@ -58,8 +54,7 @@ bool Documents::InitialPathCommand()
     return true;
 }
 
-QString Documents::commandLineFile(const QString& commandLine)
-{
+QString Documents::commandLineFile(const QString& commandLine) {
     const int first = commandLine.indexOf(QLatin1Char('"'));
     if (first < 0)
         return commandLine.trimmed();
@@ -67,8 +62,7 @@ QString Documents::commandLineFile(const QString& commandLine)
     return second < 0 ? commandLine.mid(first + 1) : commandLine.mid(first + 1, second - first - 1);
 }
 
-bool Documents::HikisuOp(const QString& commandLine)
-{
+bool Documents::HikisuOp(const QString& commandLine) {
     if (commandLine.trimmed().isEmpty())
         return false;
     const QString file = commandLineFile(commandLine);
@@ -77,22 +71,19 @@ bool Documents::HikisuOp(const QString& commandLine)
     return m_user->ReadStep(0, 0, file);
 }
 
-bool Documents::canCloseApplication()
-{
+bool Documents::canCloseApplication() {
     bool cancel = false;
     m_user->SaveCheck(cancel, true);
     return !cancel;
 }
 
-void Documents::refuseUserEditorClose()
-{
+void Documents::refuseUserEditorClose() {
     m_prompter.showMessage(62, 2);
     if (m_hooks.focusGrid)
         m_hooks.focusGrid(0);
 }
 
-void Documents::shutdown()
-{
+void Documents::shutdown() {
     m_user->DeleteTemporaryFiles();
     m_comparison->DeleteTemporaryFiles();
 }

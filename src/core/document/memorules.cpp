@@ -9,10 +9,11 @@
 
 namespace vkm {
 
-int memoRemaining(const QString& memo) { return kMemoMaxBytes - LegacyText::byteLength(memo); }
+int memoRemaining(const QString& memo) {
+    return kMemoMaxBytes - LegacyText::byteLength(memo);
+}
 
-bool checkMemoFile(const QString& path, const QString& programFolder, Prompter& prompter)
-{
+bool checkMemoFile(const QString& path, const QString& programFolder, Prompter& prompter) {
     const QFileInfo info(path);
     const int baseBytes = LegacyText::byteLength(info.completeBaseName());
     const int extBytes = LegacyText::byteLength(info.suffix());
@@ -29,8 +30,7 @@ bool checkMemoFile(const QString& path, const QString& programFolder, Prompter& 
 }
 
 bool storeMemo(CSteps& program, const QString& memo, const QString& memoFileName, Prompter& prompter,
-               bool& changed)
-{
+               bool& changed) {
     changed = false;
     if (LegacyText::byteLength(memo) > kMemoMaxBytes) {
         prompter.showMessage(56, 2, QString::number(kMemoMaxBytes));

@@ -24,20 +24,21 @@ const QString kStepText = QStringLiteral("steptext.tmp");
 } // namespace
 
 StepDocument::StepDocument(Documents& owner, int usrcmp, StepSheetEditor& editor)
-    : m_owner(owner), m_usrcmp(usrcmp), m_editor(editor)
-{
-}
+    : m_owner(owner), m_usrcmp(usrcmp), m_editor(editor) {}
 
 StepDocument::~StepDocument() = default;
 
-CSteps& StepDocument::program() { return m_owner.program(m_usrcmp); }
+CSteps& StepDocument::program() {
+    return m_owner.program(m_usrcmp);
+}
 
-QString StepDocument::filePath() const { return m_owner.filePath(m_usrcmp); }
+QString StepDocument::filePath() const {
+    return m_owner.filePath(m_usrcmp);
+}
 
 // ---- titles and focus ---------------------------------------------------------------
 
-QString StepDocument::CreateMyCaption() const
-{
+QString StepDocument::CreateMyCaption() const {
     const QString path = m_owner.filePath(m_usrcmp);
     QString caption;
     if (path.isEmpty())
@@ -54,46 +55,44 @@ QString StepDocument::CreateMyCaption() const
     return caption;
 }
 
-void StepDocument::refreshTitle() { setTitle(CreateMyCaption()); }
+void StepDocument::refreshTitle() {
+    setTitle(CreateMyCaption());
+}
 
-void StepDocument::setTitle(const QString& title)
-{
+void StepDocument::setTitle(const QString& title) {
     m_title = title;
     if (m_owner.hooks().titleChanged)
         m_owner.hooks().titleChanged(m_usrcmp, title);
 }
 
-void StepDocument::focusGrid()
-{
+void StepDocument::focusGrid() {
     if (m_owner.hooks().focusGrid)
         m_owner.hooks().focusGrid(m_usrcmp);
 }
 
-void StepDocument::clearGrid()
-{
+void StepDocument::clearGrid() {
     m_editor.sheet().clear();
     m_editor.sheet().select(StepSheet::kFirstStepRow, StepSheet::GetcolRemark());
 }
 
 // ---- opening ------------------------------------------------------------------------
 
-QString StepDocument::GetSettingFile(int eUSRCMP)
-{
+QString StepDocument::GetSettingFile(int eUSRCMP) {
     FileDialogRequest request;
     request.title = LoadMessageText(eUSRCMP == 0 ? 191 : 190);
     request.filter = kOpenFilter;
     request.defaultSuffix = QStringLiteral("rom");
     const QString current = m_owner.filePath(eUSRCMP);
-    request.startDir = current.isEmpty() || IsThisFileFromMachine(current) ? m_owner.initialPath()
-                                                                            : QFileInfo(current).absolutePath();
+    request.startDir = current.isEmpty() || IsThisFileFromMachine(current)
+                           ? m_owner.initialPath()
+                           : QFileInfo(current).absolutePath();
     const QString chosen = m_owner.prompter().openFileName(request);
     if (chosen.isEmpty() || !ExactFile(chosen, m_owner.prompter()))
         return {};
     return chosen;
 }
 
-QString StepDocument::ReadDataFile(int eUSRCMP, int source, const QString& fileName)
-{
+QString StepDocument::ReadDataFile(int eUSRCMP, int source, const QString& fileName) {
     if (source == 1)
         return m_owner.hooks().readFromMachine ? m_owner.hooks().readFromMachine(eUSRCMP) : QString();
     if (!fileName.isEmpty())
@@ -101,8 +100,7 @@ QString StepDocument::ReadDataFile(int eUSRCMP, int source, const QString& fileN
     return GetSettingFile(eUSRCMP);
 }
 
-bool StepDocument::ReadStep(int eUSRCMP, int source, const QString& fileName)
-{
+bool StepDocument::ReadStep(int eUSRCMP, int source, const QString& fileName) {
     Prompter& prompter = m_owner.prompter();
     const QString path = ReadDataFile(eUSRCMP, source, fileName);
     if (path.isEmpty())
@@ -140,21 +138,20 @@ bool StepDocument::ReadStep(int eUSRCMP, int source, const QString& fileName)
 
 // ---- saving -------------------------------------------------------------------------
 
-QString StepDocument::GetSavingFullFname(const QString& currentPath)
-{
+QString StepDocument::GetSavingFullFname(const QString& currentPath) {
     const QString current = IsThisFileFromMachine(currentPath) ? QString() : currentPath;
     FileDialogRequest request;
     request.title = LoadMessageText(188);
     request.filter = kSaveFilter;
     request.defaultSuffix = QStringLiteral("gsp");
     const QFileInfo info(current);
-    request.startDir = !current.isEmpty() && info.absoluteDir().exists() ? info.absolutePath() : m_owner.initialPath();
+    request.startDir =
+        !current.isEmpty() && info.absoluteDir().exists() ? info.absolutePath() : m_owner.initialPath();
     request.proposedName = current.isEmpty() ? QString() : info.fileName();
     return m_owner.prompter().saveFileName(request);
 }
 
-bool StepDocument::SaveStepData(bool saveAs)
-{
+bool StepDocument::SaveStepData(bool saveAs) {
     if (!isUser())
         return false;
     Prompter& prompter = m_owner.prompter();
@@ -192,8 +189,7 @@ bool StepDocument::SaveStepData(bool saveAs)
     return true;
 }
 
-void StepDocument::SaveCheck(bool& cancel, bool clearOnNo)
-{
+void StepDocument::SaveCheck(bool& cancel, bool clearOnNo) {
     if (!m_changed)
         return;
     switch (m_owner.prompter().showMessage(13, 6)) {
@@ -213,8 +209,7 @@ void StepDocument::SaveCheck(bool& cancel, bool clearOnNo)
 
 // ---- new ----------------------------------------------------------------------------
 
-bool StepDocument::NewOp()
-{
+bool StepDocument::NewOp() {
     const DocumentHooks& hooks = m_owner.hooks();
     if (isUser()) {
         if (hooks.memoWindowOpen && hooks.memoWindowOpen()) {
@@ -243,8 +238,7 @@ bool StepDocument::NewOp()
 
 // ---- undo ---------------------------------------------------------------------------
 
-bool StepDocument::SaveCurrent()
-{
+bool StepDocument::SaveCurrent() {
     if (!isUser())
         return false;
     const QString path = TempFolder::instance().newTempFile(QStringLiteral("~pl"));
@@ -264,8 +258,7 @@ bool StepDocument::SaveCurrent()
     return true;
 }
 
-bool StepDocument::DoUndo()
-{
+bool StepDocument::DoUndo() {
     const QString path = GetLastTempFile();
     if (path.isEmpty())
         return false;
@@ -284,8 +277,7 @@ bool StepDocument::DoUndo()
     return true;
 }
 
-void StepDocument::UndoCommand()
-{
+void StepDocument::UndoCommand() {
     if (!isUser())
         return;
     if (m_undo.isEmpty()) {
@@ -298,8 +290,7 @@ void StepDocument::UndoCommand()
     focusGrid();
 }
 
-void StepDocument::Delete_dicUndoFiles()
-{
+void StepDocument::Delete_dicUndoFiles() {
     for (const QString& path : std::as_const(m_undo))
         Del(path);
     m_undo.clear();
@@ -307,8 +298,7 @@ void StepDocument::Delete_dicUndoFiles()
 
 // ---- temporary files -----------------------------------------------------------------
 
-bool StepDocument::DeleteTemporaryFiles()
-{
+bool StepDocument::DeleteTemporaryFiles() {
     bool ok = true;
     if (isUser()) {
         const QString image = CreateTempName(1, 0);
@@ -328,8 +318,7 @@ bool StepDocument::DeleteTemporaryFiles()
 
 // ---- author, password and memo -------------------------------------------------------
 
-void StepDocument::InputPassword()
-{
+void StepDocument::InputPassword() {
     const DocumentHooks& hooks = m_owner.hooks();
     if (!hooks.inputPassword)
         return;
@@ -341,8 +330,7 @@ void StepDocument::InputPassword()
     refreshTitle();
 }
 
-bool StepDocument::storeMemoWindow(const QString& memo, const QString& memoFileName)
-{
+bool StepDocument::storeMemoWindow(const QString& memo, const QString& memoFileName) {
     bool changed = false;
     if (!storeMemo(m_owner.userProgram(), memo, memoFileName, m_owner.prompter(), changed))
         return false;

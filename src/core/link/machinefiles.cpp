@@ -15,39 +15,39 @@ namespace vkm {
 
 namespace {
 
-bool isNetworkPath(const QString& path)
-{
+bool isNetworkPath(const QString& path) {
     return path.startsWith(QLatin1String("\\\\")) || path.startsWith(QLatin1String("//"));
 }
 
-void makeWritable(const QString& path)
-{
+void makeWritable(const QString& path) {
     QFile::setPermissions(path, QFile::permissions(path) | QFile::WriteOwner | QFile::ReadOwner);
 }
 
 // A file counts as the machine's when its name starts "VKM" and ends ".tmp" (any case).
-bool hasMachineName(const QFileInfo& fi)
-{
-    return fi.fileName().left(3).toUpper() == QLatin1String("VKM") && fi.suffix().toUpper() == QLatin1String("TMP");
+bool hasMachineName(const QFileInfo& fi) {
+    return fi.fileName().left(3).toUpper() == QLatin1String("VKM") &&
+           fi.suffix().toUpper() == QLatin1String("TMP");
 }
 
 } // namespace
 
-QString CreateTempName(int index, int eUSRCMP)
-{
+QString CreateTempName(int index, int eUSRCMP) {
     switch (index) {
     case 1:
         return TempFolder::instance().filePath(eUSRCMP == eCMP ? QStringLiteral("ecmp2.tmp")
                                                                : QStringLiteral("eusr2.tmp"));
-    case 2: return TempFolder::instance().filePath(QStringLiteral("eusr3.tmp"));
-    default: return {};
+    case 2:
+        return TempFolder::instance().filePath(QStringLiteral("eusr3.tmp"));
+    default:
+        return {};
     }
 }
 
-QString NewTempFile(const QString& prefix) { return TempFolder::instance().newTempFile(prefix); }
+QString NewTempFile(const QString& prefix) {
+    return TempFolder::instance().newTempFile(prefix);
+}
 
-bool IsThisFileFromMachine(const QString& sFullFname)
-{
+bool IsThisFileFromMachine(const QString& sFullFname) {
     const QFileInfo fi(sFullFname);
     if (!hasMachineName(fi))
         return false;
@@ -55,8 +55,7 @@ bool IsThisFileFromMachine(const QString& sFullFname)
     return folder == QDir::cleanPath(TempFolder::instance().path()).toUpper();
 }
 
-void DeleteVKMTemporaryFiles()
-{
+void DeleteVKMTemporaryFiles() {
     // Only ever the private temporary folder: other programs' files never match it.
     const QDir dir(TempFolder::instance().path());
     for (const QFileInfo& fi : dir.entryInfoList(QDir::Files | QDir::Hidden)) {
@@ -65,8 +64,7 @@ void DeleteVKMTemporaryFiles()
     }
 }
 
-bool Del(const QString& path)
-{
+bool Del(const QString& path) {
     if (!QFileInfo::exists(path))
         return true;
     if (QFile::remove(path))
@@ -75,8 +73,7 @@ bool Del(const QString& path)
     return false;
 }
 
-QString CopyFromFDToHD(int eUSRCMP, const QString& sFullFname, int index)
-{
+QString CopyFromFDToHD(int eUSRCMP, const QString& sFullFname, int index) {
     const QString dest = CreateTempName(index, eUSRCMP);
     if (dest.isEmpty() || !QFileInfo(sFullFname).isFile())
         return {};
@@ -94,8 +91,7 @@ QString CopyFromFDToHD(int eUSRCMP, const QString& sFullFname, int index)
     return dest;
 }
 
-bool CheckFreeSpace(const QString& sScrFullFname, const QString& sDestFile)
-{
+bool CheckFreeSpace(const QString& sScrFullFname, const QString& sDestFile) {
     if (QFileInfo::exists(sDestFile) || isNetworkPath(sDestFile))
         return true;
     const QStorageInfo volume(QFileInfo(sDestFile).absolutePath());
@@ -104,8 +100,7 @@ bool CheckFreeSpace(const QString& sScrFullFname, const QString& sDestFile)
     return volume.bytesAvailable() >= QFileInfo(sScrFullFname).size();
 }
 
-bool BeReadyDrive(const QString& sPath, Prompter& prompter)
-{
+bool BeReadyDrive(const QString& sPath, Prompter& prompter) {
     if (isNetworkPath(sPath))
         return true;
     for (;;) {
@@ -118,8 +113,7 @@ bool BeReadyDrive(const QString& sPath, Prompter& prompter)
     }
 }
 
-bool CopyFiles(const QString& binaryImage, const QString& destination, Prompter& prompter)
-{
+bool CopyFiles(const QString& binaryImage, const QString& destination, Prompter& prompter) {
     if (destination.trimmed().isEmpty()) {
         prompter.showMessage(93, 1);
         return false;
@@ -140,8 +134,8 @@ bool CopyFiles(const QString& binaryImage, const QString& destination, Prompter&
     // part way leaves the previous file as it was.
     // Unbuffered, so that a short write is seen here and the commit never happens.
     QSaveFile out(destination);
-    if (!out.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || out.write(source.readAll()) != source.size() ||
-        !out.commit()) {
+    if (!out.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        out.write(source.readAll()) != source.size() || !out.commit()) {
         out.cancelWriting();
         reportError(out.error() == QFileDevice::OpenError ? ErrPermissionDenied : ErrIO,
                     QStringLiteral("CopyFiles"));
@@ -151,8 +145,7 @@ bool CopyFiles(const QString& binaryImage, const QString& destination, Prompter&
 }
 
 bool ReadStepData(int eUSRCMP, const QString& sFullFname, CSteps& program, const CSelections& selout,
-                  const CSelections& selinp, Prompter& prompter)
-{
+                  const CSelections& selinp, Prompter& prompter) {
     const QString copy = CopyFromFDToHD(eUSRCMP, sFullFname, 1);
     if (copy.isEmpty())
         return false;
@@ -170,8 +163,7 @@ bool ReadStepData(int eUSRCMP, const QString& sFullFname, CSteps& program, const
 }
 
 QString transferFileForProgram(const CSteps& program, const CSelections& selout, const CSelections& selinp,
-                               Prompter& prompter, const Clock& clock)
-{
+                               Prompter& prompter, const Clock& clock) {
     const QString image = NewTempFile(QStringLiteral("VKM"));
     if (image.isEmpty() || !program.SaveData(image, false, selout, selinp, clock)) {
         prompter.showMessage(50, 1);

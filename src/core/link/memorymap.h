@@ -30,8 +30,7 @@ constexpr int kRecordDataBytes = 8;
 constexpr int kStepRecordCount = kStepImageBytes / kRecordDataBytes; // 238
 
 // Machine address of step image byte n (0..1903).
-constexpr int stepImageAddress(int offset)
-{
+constexpr int stepImageAddress(int offset) {
     return offset < kStepLowSize ? kStepLowAddress + offset : kStepHighAddress + (offset - kStepLowSize);
 }
 

@@ -12,8 +12,7 @@ namespace {
 
 const char kHex[] = "0123456789ABCDEF";
 
-int hexValue(char c)
-{
+int hexValue(char c) {
     if (c >= '0' && c <= '9')
         return c - '0';
     if (c >= 'A' && c <= 'F')
@@ -24,16 +23,14 @@ int hexValue(char c)
 }
 
 // Checksum over raw characters: complement of the sum, low 8 bits.
-int checkSumOf(const char* text, int length)
-{
+int checkSumOf(const char* text, int length) {
     unsigned sum = 0;
     for (int i = 0; i < length; ++i)
         sum += quint8(text[i]);
     return int(~sum & 0xFF);
 }
 
-void appendRecord(QByteArray& out, int address, const char* bytes)
-{
+void appendRecord(QByteArray& out, int address, const char* bytes) {
     char line[memmap::kRecordLength + 2];
     line[0] = 'W';
     for (int i = 0; i < 4; ++i)
@@ -50,8 +47,7 @@ void appendRecord(QByteArray& out, int address, const char* bytes)
     out.append(line, sizeof line);
 }
 
-bool readWhole(const QString& path, QByteArray& bytes, const char* procedure)
-{
+bool readWhole(const QString& path, QByteArray& bytes, const char* procedure) {
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly)) {
         reportError(f.exists() ? ErrPermissionDenied : ErrFileNotFound, QString::fromLatin1(procedure));
@@ -64,8 +60,7 @@ bool readWhole(const QString& path, QByteArray& bytes, const char* procedure)
 // The destination (a temporary file) is removed first and written as a whole; a write
 // that fails leaves no file behind rather than a half one. The user's own files are
 // replaced atomically by the callers (CopyFiles).
-bool writeWhole(const QString& path, const QByteArray& bytes, const char* procedure)
-{
+bool writeWhole(const QString& path, const QByteArray& bytes, const char* procedure) {
     if (QFile::exists(path) && !QFile::remove(path)) {
         reportError(ErrPermissionDenied, QString::fromLatin1(procedure));
         return false;
@@ -82,28 +77,26 @@ bool writeWhole(const QString& path, const QByteArray& bytes, const char* proced
 
 } // namespace
 
-QString HexByte(int value) { return HexDigits(value & 0xFF, 2); }
+QString HexByte(int value) {
+    return HexDigits(value & 0xFF, 2);
+}
 
-QString HexDigits(qint64 value, int width)
-{
+QString HexDigits(qint64 value, int width) {
     return QString::number(value, 16).toUpper().rightJustified(width, QLatin1Char('0'));
 }
 
-QString GetCheckSum(const QString& text)
-{
+QString GetCheckSum(const QString& text) {
     const QByteArray bytes = text.toLatin1();
     return HexByte(checkSumOf(bytes.constData(), int(bytes.size())));
 }
 
-QString GetStringToCheckSum(const QString& record)
-{
+QString GetStringToCheckSum(const QString& record) {
     if (record.size() < 3)
         return {};
     return record.mid(1, record.size() - 3);
 }
 
-QString wRecord(int address, const QByteArray& bytes)
-{
+QString wRecord(int address, const QByteArray& bytes) {
     if (bytes.size() != memmap::kRecordDataBytes)
         return {};
     QByteArray line;
@@ -111,8 +104,7 @@ QString wRecord(int address, const QByteArray& bytes)
     return QString::fromLatin1(line.left(memmap::kRecordLength));
 }
 
-QByteArray stepImageToText(const QByteArray& image, bool* ok)
-{
+QByteArray stepImageToText(const QByteArray& image, bool* ok) {
     if (ok)
         *ok = image.size() >= memmap::kStepImageBytes;
     if (image.size() < memmap::kStepImageBytes)
@@ -124,8 +116,7 @@ QByteArray stepImageToText(const QByteArray& image, bool* ok)
     return text;
 }
 
-bool SaveAsTextStep(const QString& sourceImage, const QString& destText)
-{
+bool SaveAsTextStep(const QString& sourceImage, const QString& destText) {
     QByteArray image;
     if (!readWhole(sourceImage, image, "SaveAsTextStep"))
         return false;
@@ -139,8 +130,8 @@ bool SaveAsTextStep(const QString& sourceImage, const QString& destText)
     return writeWhole(destText, text, "SaveAsTextStep");
 }
 
-bool SaveAsText(const QString& source, const QString& dest, qint64 lStartAdrs, qint64 lEndAdrs, Prompter& prompter)
-{
+bool SaveAsText(const QString& source, const QString& dest, qint64 lStartAdrs, qint64 lEndAdrs,
+                Prompter& prompter) {
     QByteArray bytes;
     if (!readWhole(source, bytes, "SaveAsText"))
         return false;
@@ -166,12 +157,12 @@ bool SaveAsText(const QString& source, const QString& dest, qint64 lStartAdrs, q
     return writeWhole(dest, text, "SaveAsText");
 }
 
-QByteArray parseTransferText(const QByteArray& text, Prompter& prompter, bool* ok)
-{
+QByteArray parseTransferText(const QByteArray& text, Prompter& prompter, bool* ok) {
     if (ok)
         *ok = false;
     QByteArray bytes;
-    bytes.reserve(text.size() / (memmap::kRecordLength + 2) * memmap::kRecordDataBytes + memmap::kRecordDataBytes);
+    bytes.reserve(text.size() / (memmap::kRecordLength + 2) * memmap::kRecordDataBytes +
+                  memmap::kRecordDataBytes);
     const char* p = text.constData();
     const qsizetype n = text.size();
     qsizetype pos = 0;
@@ -208,8 +199,7 @@ QByteArray parseTransferText(const QByteArray& text, Prompter& prompter, bool* o
     return bytes;
 }
 
-QByteArray ParseData(const QString& textFile, Prompter& prompter, bool* ok)
-{
+QByteArray ParseData(const QString& textFile, Prompter& prompter, bool* ok) {
     if (ok)
         *ok = false;
     QByteArray text;

@@ -24,7 +24,17 @@ enum Logic {
 enum DelayKind { DelayTimer = 0, DelayStc = 2, DelayAngle1 = 4, DelayAngle2 = 6, DelayAngle3 = 8 };
 
 // Relations of an input.
-enum Relation { RelAnd = 0, RelOr = 1, RelEnd = 2, RelGe = 3, RelLe = 4, RelEq = 5, RelNe = 6, RelPlus = 7, RelMinus = 8 };
+enum Relation {
+    RelAnd = 0,
+    RelOr = 1,
+    RelEnd = 2,
+    RelGe = 3,
+    RelLe = 4,
+    RelEq = 5,
+    RelNe = 6,
+    RelPlus = 7,
+    RelMinus = 8
+};
 
 // States of an input.
 enum State { StatePosLev = 0, StatePosEdg = 1, StateNegLev = 2, StateNegEdg = 3 };
@@ -46,7 +56,11 @@ inline const QString ALL = QStringLiteral("ALL");
 } // namespace cat
 
 // Step targets: step n (1..32) as a jump/step target and as a call target.
-constexpr qint16 jumpTarget(int n) { return qint16(n - 32769); } // 0x8000 + n - 1
-constexpr qint16 callTarget(int n) { return qint16(n - 16385); } // 0xC000 + n - 1
+constexpr qint16 jumpTarget(int n) {
+    return qint16(n - 32769);
+} // 0x8000 + n - 1
+constexpr qint16 callTarget(int n) {
+    return qint16(n - 16385);
+} // 0xC000 + n - 1
 
 } // namespace vkm

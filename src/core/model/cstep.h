@@ -10,12 +10,12 @@ namespace vkm {
 
 // One step: one editor row.
 struct CStep {
-    qint32 Row = 0;                   // 1-based
-    std::shared_ptr<CStepOuts> outs;  // absent (nullptr) or the outputs
-    std::shared_ptr<CStepInps> inps;  // absent (nullptr) or the inputs
+    qint32 Row = 0;                  // 1-based
+    std::shared_ptr<CStepOuts> outs; // absent (nullptr) or the outputs
+    std::shared_ptr<CStepInps> inps; // absent (nullptr) or the inputs
     QString Remark;
-    bool NOP = false;                 // empty row
-    bool GyoMuko = false;             // row disabled
+    bool NOP = false;     // empty row
+    bool GyoMuko = false; // row disabled
 };
 
 } // namespace vkm

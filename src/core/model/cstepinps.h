@@ -13,7 +13,7 @@ public:
 
     qint32 CounterId = 0; // 0..15, meaningful in a counter step only
 
-    static QString RelJ(int code); // "" outside 0..8
+    static QString RelJ(int code);    // "" outside 0..8
     static QString JyotaiJ(int code); // "POS LEV" .. "NEG EDG", "" outside 0..3
 };
 

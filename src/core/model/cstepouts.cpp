@@ -6,8 +6,7 @@
 namespace vkm {
 
 CStepOuts::Ptr CStepOuts::Add(qint32 Block, qint32 Kino, qint32 Logic, qint32 DelayKind, qint32 DelayEtc,
-                              const CSelections& sels)
-{
+                              const CSelections& sels) {
     auto out = std::make_shared<CStepOut>();
     out->Block = Block;
     out->Kino = qint16(Kino); // the machine stores 16 bits; -1 marks an empty output
@@ -30,40 +29,42 @@ CStepOuts::Ptr CStepOuts::Add(qint32 Block, qint32 Kino, qint32 Logic, qint32 De
     return out;
 }
 
-bool CStepOuts::ExistRet(const CSelections& sels) const
-{
+bool CStepOuts::ExistRet(const CSelections& sels) const {
     for (const auto& out : *this)
         if (sels.CategoryByValue(out->Kino) == cat::RETURN)
             return true;
     return false;
 }
 
-QString CStepOuts::DelayKindJ(int code)
-{
+QString CStepOuts::DelayKindJ(int code) {
     switch (code) {
-    case DelayTimer: return QStringLiteral("TIMER");
-    case DelayStc: return QStringLiteral("STC");
-    case DelayAngle1: return QStringLiteral("ANGLE1");
-    case DelayAngle2: return QStringLiteral("ANGLE2");
-    case DelayAngle3: return QStringLiteral("ANGLE3");
-    default: return {};
+    case DelayTimer:
+        return QStringLiteral("TIMER");
+    case DelayStc:
+        return QStringLiteral("STC");
+    case DelayAngle1:
+        return QStringLiteral("ANGLE1");
+    case DelayAngle2:
+        return QStringLiteral("ANGLE2");
+    case DelayAngle3:
+        return QStringLiteral("ANGLE3");
+    default:
+        return {};
     }
 }
 
 namespace {
-const char* const kLogicNames[] = {"LOW", "HIGH", "NOT", "JMP", "INC", "DEC",
+const char* const kLogicNames[] = {"LOW", "HIGH", "NOT", "JMP", "INC",  "DEC",
                                    "SET", "CLR",  "ADD", "SUB", "CALL", "RET"};
 }
 
-QString CStepOuts::LogicJ(int code)
-{
+QString CStepOuts::LogicJ(int code) {
     if (code < 0 || code > LogicRet)
         return {};
     return QString::fromLatin1(kLogicNames[code]);
 }
 
-int CStepOuts::LogicByName(const QString& text)
-{
+int CStepOuts::LogicByName(const QString& text) {
     // The return logic is displayed "RET" but named "RETURN" in the editor's lists.
     if (text == QLatin1String("RETURN"))
         return LogicRet;

@@ -5,14 +5,12 @@
 
 namespace vkm {
 
-Clock systemClock()
-{
+Clock systemClock() {
     return [] { return QDateTime::currentDateTime(); };
 }
 
-CSteps::Ptr CSteps::Add(std::shared_ptr<CStepOuts> outs, std::shared_ptr<CStepInps> inps, const QString& Remark,
-                        bool NOP, bool GyoMuko)
-{
+CSteps::Ptr CSteps::Add(std::shared_ptr<CStepOuts> outs, std::shared_ptr<CStepInps> inps,
+                        const QString& Remark, bool NOP, bool GyoMuko) {
     auto step = std::make_shared<CStep>();
     step->Row = Count() + 1;
     step->outs = std::move(outs);
@@ -26,8 +24,7 @@ CSteps::Ptr CSteps::Add(std::shared_ptr<CStepOuts> outs, std::shared_ptr<CStepIn
 }
 
 void GetValueRange(const QString& category, const QString& digital, int side, int logic, int delayKind,
-                   const CSelections& selout, const CSelections& selinp, qint32& lMin, qint32& lMax)
-{
+                   const CSelections& selout, const CSelections& selinp, qint32& lMin, qint32& lMax) {
     // A counter has limits of its own, kept with its catalogue entry.
     if (category == cat::COUNT) {
         const CSelections& sels = side == 2 ? selout : selinp;
@@ -53,7 +50,8 @@ void GetValueRange(const QString& category, const QString& digital, int side, in
             lMin = 0;
             lMax = 3600;
             break;
-        default: break;
+        default:
+            break;
         }
         break;
     case LogicSet:
@@ -62,7 +60,8 @@ void GetValueRange(const QString& category, const QString& digital, int side, in
         lMin = 0;
         lMax = 65000;
         break;
-    default: break;
+    default:
+        break;
     }
 }
 

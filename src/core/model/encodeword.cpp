@@ -11,19 +11,20 @@ namespace vkm {
 // word gives different bytes in every file.
 namespace {
 struct Form {
-    int textBytes;   // 16 author, 8 password
-    int keyBytes;    // 4 author, 8 password
-    int sumFrom;     // first key digit that counts in the sum
+    int textBytes; // 16 author, 8 password
+    int keyBytes;  // 4 author, 8 password
+    int sumFrom;   // first key digit that counts in the sum
     const char* keyFormat;
 };
 const Form kAuthor{16, 4, 0, "mmss"};
 const Form kPassword{8, 8, 4, "yyyyMMdd"};
 
-int digitValue(int code) { return code >= '0' && code <= '9' ? code - '0' : 0; }
+int digitValue(int code) {
+    return code >= '0' && code <= '9' ? code - '0' : 0;
+}
 } // namespace
 
-QByteArray EncodeWord(const QString& text, bool authorForm, const QDateTime& now)
-{
+QByteArray EncodeWord(const QString& text, bool authorForm, const QDateTime& now) {
     const Form& form = authorForm ? kAuthor : kPassword;
     const QByteArray key = now.toString(QLatin1String(form.keyFormat)).toLatin1();
     if (key.size() != form.keyBytes) {
@@ -52,8 +53,7 @@ QByteArray EncodeWord(const QString& text, bool authorForm, const QDateTime& now
     return bytes;
 }
 
-QString DecodeWord(const QByteArray& block, bool authorForm, bool* ok)
-{
+QString DecodeWord(const QByteArray& block, bool authorForm, bool* ok) {
     const Form& form = authorForm ? kAuthor : kPassword;
     if (ok)
         *ok = false;
@@ -84,6 +84,8 @@ QString DecodeWord(const QByteArray& block, bool authorForm, bool* ok)
     return word;
 }
 
-QString DecodeWord(const QByteArray& block, bool authorForm) { return DecodeWord(block, authorForm, nullptr); }
+QString DecodeWord(const QByteArray& block, bool authorForm) {
+    return DecodeWord(block, authorForm, nullptr);
+}
 
 } // namespace vkm

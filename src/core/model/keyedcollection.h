@@ -9,14 +9,12 @@ namespace vkm {
 // An ordered collection whose items are kept in insertion order under a string key
 // (the decimal text of a number) and found by key or by 1-based index. Items are
 // shared: whoever holds one holds the same object as the collection.
-template <typename T>
-class KeyedCollection {
+template <typename T> class KeyedCollection {
 public:
     using Ptr = std::shared_ptr<T>;
 
     // Appends under key; false (and nothing added) when the key exists already.
-    bool add(const QString& key, Ptr item)
-    {
+    bool add(const QString& key, Ptr item) {
         if (indexOf(key) >= 0)
             return false;
         m_items.push_back({key, std::move(item)});
@@ -24,26 +22,22 @@ public:
     }
     int Count() const { return int(m_items.size()); }
     // 1-based; nullptr when out of range.
-    Ptr Item(int index) const
-    {
+    Ptr Item(int index) const {
         if (index < 1 || index > Count())
             return nullptr;
         return m_items[std::size_t(index - 1)].item;
     }
-    Ptr Item(const QString& key) const
-    {
+    Ptr Item(const QString& key) const {
         const int i = indexOf(key);
         return i < 0 ? nullptr : m_items[std::size_t(i)].item;
     }
-    bool Remove(int index)
-    {
+    bool Remove(int index) {
         if (index < 1 || index > Count())
             return false;
         m_items.erase(m_items.begin() + (index - 1));
         return true;
     }
-    bool Remove(const QString& key)
-    {
+    bool Remove(const QString& key) {
         const int i = indexOf(key);
         if (i < 0)
             return false;
@@ -61,8 +55,7 @@ public:
     public:
         explicit const_iterator(typename std::vector<Entry>::const_iterator it) : m_it(it) {}
         const Ptr& operator*() const { return m_it->item; }
-        const_iterator& operator++()
-        {
+        const_iterator& operator++() {
             ++m_it;
             return *this;
         }
@@ -76,8 +69,7 @@ public:
     const_iterator end() const { return const_iterator(m_items.end()); }
 
 private:
-    int indexOf(const QString& key) const
-    {
+    int indexOf(const QString& key) const {
         for (std::size_t i = 0; i < m_items.size(); ++i)
             if (m_items[i].key == key)
                 return int(i);

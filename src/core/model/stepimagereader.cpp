@@ -21,15 +21,13 @@ public:
     explicit ImageReader(const QByteArray& image) : m_image(image) {}
     void seek(int pos) { m_pos = pos; }
     bool has(int n) const { return m_pos >= 0 && m_pos + n <= m_image.size(); }
-    QByteArray take(int n)
-    {
+    QByteArray take(int n) {
         const QByteArray b = m_image.mid(m_pos, n);
         m_pos += n;
         return b;
     }
     int byte() { return quint8(m_image[m_pos++]); }
-    int word()
-    {
+    int word() {
         const int lo = byte();
         return lo | (byte() << 8);
     }
@@ -39,21 +37,18 @@ private:
     int m_pos = 0;
 };
 
-bool pastEnd(const char* procedure)
-{
+bool pastEnd(const char* procedure) {
     reportError(ErrInputPastEnd, QString::fromLatin1(procedure));
     return false;
 }
 
 // A text field ends at its first zero byte.
-QString fieldText(const QByteArray& bytes)
-{
+QString fieldText(const QByteArray& bytes) {
     const int end = int(bytes.indexOf('\0'));
     return LegacyText::decode(end < 0 ? bytes : bytes.left(end));
 }
 
-bool ReadMemoFile(ImageReader& r, QString& memoFile)
-{
+bool ReadMemoFile(ImageReader& r, QString& memoFile) {
     if (!r.has(kMemoNameSize + kMemoExtSize))
         return pastEnd("ReadMemoFile");
     auto part = [&](int n) {
@@ -73,8 +68,7 @@ struct OutputCols {
     bool disabled = false;
 };
 
-bool GetOutputCols(ImageReader& r, const CSelections& selout, OutputCols& cols)
-{
+bool GetOutputCols(ImageReader& r, const CSelections& selout, OutputCols& cols) {
     if (!r.has(kOutputRecordSize * kOutputsPerStep))
         return pastEnd("GetOutputCols");
     for (int block = 1; block <= kOutputsPerStep; ++block) {
@@ -96,8 +90,7 @@ bool GetOutputCols(ImageReader& r, const CSelections& selout, OutputCols& cols)
     return true;
 }
 
-bool GetInputCols(ImageReader& r, const CSelections& selinp, CStepInps& inps)
-{
+bool GetInputCols(ImageReader& r, const CSelections& selinp, CStepInps& inps) {
     if (!r.has(kInputRecordSize * kInputsPerStep))
         return pastEnd("GetInputCols");
     const QByteArray raw = r.take(kInputRecordSize * kInputsPerStep);
@@ -110,8 +103,7 @@ bool GetInputCols(ImageReader& r, const CSelections& selinp, CStepInps& inps)
     return true;
 }
 
-bool readSteps(ImageReader& r, CSteps& program, const CSelections& selout, const CSelections& selinp)
-{
+bool readSteps(ImageReader& r, CSteps& program, const CSelections& selout, const CSelections& selinp) {
     r.seek(kStepsOffset);
     for (int n = 0; n < kStepRecords; ++n) {
         OutputCols cols;
@@ -133,8 +125,7 @@ bool readSteps(ImageReader& r, CSteps& program, const CSelections& selout, const
     return true;
 }
 
-bool ReadRem(ImageReader& r, CSteps& program)
-{
+bool ReadRem(ImageReader& r, CSteps& program) {
     r.seek(kRemarksOffset);
     if (!r.has(kRemarkSize * kStepRecords))
         return pastEnd("ReadRem");
@@ -146,8 +137,7 @@ bool ReadRem(ImageReader& r, CSteps& program)
     return true;
 }
 
-bool ReadMemo(ImageReader& r, QString& memo)
-{
+bool ReadMemo(ImageReader& r, QString& memo) {
     r.seek(kMemoOffset);
     if (!r.has(kMemoSize))
         return pastEnd("ReadMemo");
@@ -155,8 +145,8 @@ bool ReadMemo(ImageReader& r, QString& memo)
     return true;
 }
 
-bool readImage(const QByteArray& image, CSteps& program, const CSelections& selout, const CSelections& selinp)
-{
+bool readImage(const QByteArray& image, CSteps& program, const CSelections& selout,
+               const CSelections& selinp) {
     ImageReader r(image);
     r.seek(kAuthorOffset); // the format tag is not checked: older machines wrote others
     if (!r.has(kAuthorSize + kPasswordSize))
@@ -168,14 +158,13 @@ bool readImage(const QByteArray& image, CSteps& program, const CSelections& selo
     program.Password = DecodeWord(r.take(kPasswordSize), false, &ok);
     if (!ok)
         return false;
-    return ReadMemoFile(r, program.MemoFile) && readSteps(r, program, selout, selinp) && ReadRem(r, program)
-           && ReadMemo(r, program.Memo);
+    return ReadMemoFile(r, program.MemoFile) && readSteps(r, program, selout, selinp) &&
+           ReadRem(r, program) && ReadMemo(r, program.Memo);
 }
 
 } // namespace
 
-bool CSteps::fromImage(const QByteArray& image, const CSelections& selout, const CSelections& selinp)
-{
+bool CSteps::fromImage(const QByteArray& image, const CSelections& selout, const CSelections& selinp) {
     CSteps read;
     if (!readImage(image, read, selout, selinp)) {
         clear(); // the old steps are gone either way: the caller starts afresh
@@ -185,8 +174,7 @@ bool CSteps::fromImage(const QByteArray& image, const CSelections& selout, const
     return true;
 }
 
-bool CSteps::ReadData(const QString& path, const CSelections& selout, const CSelections& selinp)
-{
+bool CSteps::ReadData(const QString& path, const CSelections& selout, const CSelections& selinp) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         clear();

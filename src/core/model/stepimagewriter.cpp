@@ -20,16 +20,14 @@ class ImageWriter {
 public:
     explicit ImageWriter(QByteArray& image) : m_image(image) {}
     void seek(int pos) { m_pos = pos; }
-    void put(const QByteArray& bytes)
-    {
+    void put(const QByteArray& bytes) {
         if (m_image.size() < m_pos + bytes.size())
             m_image.resize(m_pos + bytes.size(), '\0');
         std::copy(bytes.begin(), bytes.end(), m_image.begin() + m_pos);
         m_pos += int(bytes.size());
     }
     void putByte(int b) { put(QByteArray(1, char(b))); }
-    void putWord(int w)
-    {
+    void putWord(int w) {
         QByteArray b(2, '\0');
         b[0] = char(w & 0xFF);
         b[1] = char((w >> 8) & 0xFF);
@@ -44,8 +42,7 @@ private:
 
 // Program text as a fixed field: blanks trimmed at both ends, legacy code page, cut or
 // zero-padded to size.
-QByteArray textField(const QString& text, int size)
-{
+QByteArray textField(const QString& text, int size) {
     QString t = text;
     while (t.startsWith(QLatin1Char(' ')))
         t.remove(0, 1);
@@ -56,18 +53,17 @@ QByteArray textField(const QString& text, int size)
     return bytes;
 }
 
-QByteArray rawField(const QString& text, int size)
-{
+QByteArray rawField(const QString& text, int size) {
     QByteArray bytes = LegacyText::encode(text).left(size);
     bytes.resize(size, '\0');
     return bytes;
 }
 
-bool SaveHeader(ImageWriter& w, const CSteps& program, const QDateTime& now)
-{
+bool SaveHeader(ImageWriter& w, const CSteps& program, const QDateTime& now) {
     w.seek(kTagOffset);
     w.put(QByteArray(kFormatTag));
-    for (const auto& [word, author] : {std::pair{&program.Author, true}, std::pair{&program.Password, false}}) {
+    for (const auto& [word, author] :
+         {std::pair{&program.Author, true}, std::pair{&program.Password, false}}) {
         if (word->isEmpty()) {
             w.putZeros(author ? kAuthorSize : kPasswordSize);
             continue;
@@ -86,35 +82,30 @@ bool SaveHeader(ImageWriter& w, const CSteps& program, const QDateTime& now)
     return true;
 }
 
-void PutNullOutput(ImageWriter& w)
-{
+void PutNullOutput(ImageWriter& w) {
     w.putWord(0);
     w.putByte(kEmptyOutputFlag);
     w.putWord(0);
 }
 
-void PutNullInput(ImageWriter& w)
-{
+void PutNullInput(ImageWriter& w) {
     w.putWord(0);
     w.putByte(kEmptyInputState);
 }
 
-void WriteNullLine(ImageWriter& w)
-{
+void WriteNullLine(ImageWriter& w) {
     for (int i = 0; i < kOutputsPerStep; ++i)
         PutNullOutput(w);
     for (int i = 0; i < kInputsPerStep; ++i)
         PutNullInput(w);
 }
 
-bool failStep(int number)
-{
+bool failStep(int number) {
     reportError(number, QStringLiteral("WriteStep"));
     return false;
 }
 
-bool writeOutputs(ImageWriter& w, const CStep& step)
-{
+bool writeOutputs(ImageWriter& w, const CStep& step) {
     // Records are placed by Block, so a step always takes its 22 bytes even when the
     // program was read from an image that left its second output empty.
     for (int block = 1; block <= kOutputsPerStep; ++block) {
@@ -134,14 +125,12 @@ bool writeOutputs(ImageWriter& w, const CStep& step)
     return true;
 }
 
-bool writeInputs(ImageWriter& w, const CStep& step, const CSelections& selinp)
-{
+bool writeInputs(ImageWriter& w, const CStep& step, const CSelections& selinp) {
     // A step with a RETURN output has no inputs the machine looks at: read back it has
     // none, and the editor hands over four empty records. Either way they go out empty,
     // without asking the catalogue about function 0.
     const auto first = step.inps ? step.inps->Item(QStringLiteral("1")) : nullptr;
-    const bool emptyFirst =
-        first && first->Kino == 0 && first->Rel == RelEnd && first->Jyotai == StateNegEdg;
+    const bool emptyFirst = first && first->Kino == 0 && first->Rel == RelEnd && first->Jyotai == StateNegEdg;
     if (!step.inps || step.inps->Count() == 0 || emptyFirst) {
         for (int i = 0; i < kInputsPerStep; ++i)
             PutNullInput(w);
@@ -169,8 +158,7 @@ bool writeInputs(ImageWriter& w, const CStep& step, const CSelections& selinp)
     return true;
 }
 
-bool WriteStep(ImageWriter& w, const CSteps& program, const CSelections& selinp)
-{
+bool WriteStep(ImageWriter& w, const CSteps& program, const CSelections& selinp) {
     w.seek(kStepsOffset);
     for (const auto& step : program) {
         if (step->NOP || !step->outs || step->outs->Count() == 0) {
@@ -183,8 +171,7 @@ bool WriteStep(ImageWriter& w, const CSteps& program, const CSelections& selinp)
     return true;
 }
 
-bool WriteRemark(ImageWriter& w, const CSteps& program)
-{
+bool WriteRemark(ImageWriter& w, const CSteps& program) {
     w.seek(kRemarksOffset);
     w.putZeros(kRemarkSize * kStepRecords);
     for (const auto& step : program) {
@@ -202,14 +189,12 @@ bool WriteRemark(ImageWriter& w, const CSteps& program)
     return true;
 }
 
-void WriteMemo(ImageWriter& w, const CSteps& program)
-{
+void WriteMemo(ImageWriter& w, const CSteps& program) {
     w.seek(kMemoOffset);
     w.put(textField(program.Memo, kMemoSize));
 }
 
-bool writeImage(QByteArray& image, const CSteps& program, const CSelections& selinp, const QDateTime& now)
-{
+bool writeImage(QByteArray& image, const CSteps& program, const CSelections& selinp, const QDateTime& now) {
     ImageWriter w(image);
     if (!SaveHeader(w, program, now) || !WriteStep(w, program, selinp) || !WriteRemark(w, program))
         return false;
@@ -219,8 +204,7 @@ bool writeImage(QByteArray& image, const CSteps& program, const CSelections& sel
 
 } // namespace
 
-QByteArray CSteps::toImage(const CSelections& selinp, const Clock& clock, bool* ok) const
-{
+QByteArray CSteps::toImage(const CSelections& selinp, const Clock& clock, bool* ok) const {
     QByteArray image(kImageSize, '\0');
     const bool written = writeImage(image, *this, selinp, clock ? clock() : QDateTime::currentDateTime());
     if (ok)
@@ -229,8 +213,7 @@ QByteArray CSteps::toImage(const CSelections& selinp, const Clock& clock, bool* 
 }
 
 bool CSteps::SaveData(const QString& path, bool deleteFirst, const CSelections& /*selout*/,
-                      const CSelections& selinp, const Clock& clock) const
-{
+                      const CSelections& selinp, const Clock& clock) const {
     if (deleteFirst && QFile::exists(path) && !QFile::remove(path)) {
         reportError(ErrPermissionDenied, QStringLiteral("SaveData"));
         return false;

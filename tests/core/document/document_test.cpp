@@ -15,10 +15,11 @@ using DocumentSave = DocumentFixture;
 using DocumentUndo = DocumentFixture;
 using DocumentLife = DocumentFixture;
 
-QString remarkOfRow1(const StepSheetEditor& e) { return e.sheet().text(1, StepSheet::GetcolRemark()); }
+QString remarkOfRow1(const StepSheetEditor& e) {
+    return e.sheet().text(1, StepSheet::GetcolRemark());
+}
 
-TEST_F(DocumentOpen, AcceptsGspInAnyCaseAndRefusesOtherExtensionsAndSizes)
-{
+TEST_F(DocumentOpen, AcceptsGspInAnyCaseAndRefusesOtherExtensionsAndSizes) {
     const QString good = writeProgram(QStringLiteral("lower.gsp"), QStringLiteral("lower"));
     QByteArray text = readAll(good);
     ASSERT_EQ(text.size(), 5950);
@@ -57,10 +58,10 @@ TEST_F(DocumentOpen, AcceptsGspInAnyCaseAndRefusesOtherExtensionsAndSizes)
     EXPECT_TRUE(prompter.shown()[0].text.contains(QStringLiteral("5950 byte")));
 }
 
-TEST_F(DocumentOpen, PasswordIsAskedCaseSensitivelyAndGivingUpStartsANewProgram)
-{
+TEST_F(DocumentOpen, PasswordIsAskedCaseSensitivelyAndGivingUpStartsANewProgram) {
     const QString plain = writeProgram(QStringLiteral("plain.gsp"), QStringLiteral("before"));
-    const QString locked = writeProgram(QStringLiteral("locked.gsp"), QStringLiteral("locked"), QStringLiteral("abc"));
+    const QString locked =
+        writeProgram(QStringLiteral("locked.gsp"), QStringLiteral("locked"), QStringLiteral("abc"));
     ASSERT_TRUE(docs->user().ReadStep(0, 0, plain));
     EXPECT_TRUE(prompter.inputPrompts().isEmpty());
 
@@ -81,14 +82,17 @@ TEST_F(DocumentOpen, PasswordIsAskedCaseSensitivelyAndGivingUpStartsANewProgram)
     EXPECT_FALSE(docs->user().IsChanged());
 }
 
-TEST_F(DocumentOpen, ComparisonProgramOpensBesideTheUserProgramOnce)
-{
+TEST_F(DocumentOpen, ComparisonProgramOpensBesideTheUserProgramOnce) {
     int shows = 0;
     bool loaded = false;
-    docs->hooks().showComparison = [&] { ++shows; loaded = true; };
+    docs->hooks().showComparison = [&] {
+        ++shows;
+        loaded = true;
+    };
     docs->hooks().comparisonLoaded = [&] { return loaded; };
     const QString user = writeProgram(QStringLiteral("user.gsp"), QStringLiteral("mine"));
-    const QString other = writeProgram(QStringLiteral("other.gsp"), QStringLiteral("theirs"), {}, QStringLiteral("Ann"));
+    const QString other =
+        writeProgram(QStringLiteral("other.gsp"), QStringLiteral("theirs"), {}, QStringLiteral("Ann"));
     ASSERT_TRUE(docs->user().ReadStep(0, 0, user));
     prompter.queueFileName(other);
     ASSERT_TRUE(docs->user().ReadStep(1, 0, QString()));
@@ -106,8 +110,7 @@ TEST_F(DocumentOpen, ComparisonProgramOpensBesideTheUserProgramOnce)
     EXPECT_FALSE(docs->comparison().SaveCurrent());
 }
 
-TEST_F(DocumentOpen, FileThatCannotBeReadKeepsTheOpenProgram)
-{
+TEST_F(DocumentOpen, FileThatCannotBeReadKeepsTheOpenProgram) {
     const QString good = writeProgram(QStringLiteral("good.gsp"), QStringLiteral("kept"));
     ASSERT_TRUE(docs->user().ReadStep(0, 0, good));
     QByteArray broken(5950, 'x');
@@ -119,8 +122,7 @@ TEST_F(DocumentOpen, FileThatCannotBeReadKeepsTheOpenProgram)
     EXPECT_EQ(docs->userFilePath(), good);
 }
 
-TEST_F(DocumentSave, SavesWithoutADialogWhenThePathIsSetAndTheFileReadsBack)
-{
+TEST_F(DocumentSave, SavesWithoutADialogWhenThePathIsSetAndTheFileReadsBack) {
     const QString path = writeProgram(QStringLiteral("prog.gsp"), QStringLiteral("old"));
     ASSERT_TRUE(docs->user().ReadStep(0, 0, path));
     ASSERT_TRUE(userEditor->enterText(1, StepSheet::GetcolRemark(), QStringLiteral("new")));
@@ -136,8 +138,7 @@ TEST_F(DocumentSave, SavesWithoutADialogWhenThePathIsSetAndTheFileReadsBack)
     EXPECT_EQ(back.Item(1)->outs->Item(QStringLiteral("1"))->DelayEtc, 5);
 }
 
-TEST_F(DocumentSave, ProgramFromTheMachineOrSaveAsAlwaysAsksForAName)
-{
+TEST_F(DocumentSave, ProgramFromTheMachineOrSaveAsAlwaysAsksForAName) {
     const QString machine = NewTempFile(QStringLiteral("VKM"));
     QFile::remove(machine);
     ASSERT_TRUE(QFile::copy(writeProgram(QStringLiteral("m.gsp"), QStringLiteral("machine")), machine));
@@ -168,8 +169,7 @@ TEST_F(DocumentSave, ProgramFromTheMachineOrSaveAsAlwaysAsksForAName)
     EXPECT_EQ(readAll(copy), readAll(target));
 }
 
-TEST_F(DocumentSave, AFailedWriteLeavesThePreviousFileByteIdentical)
-{
+TEST_F(DocumentSave, AFailedWriteLeavesThePreviousFileByteIdentical) {
     const QString path = writeProgram(QStringLiteral("keep.gsp"), QStringLiteral("original"));
     const QByteArray before = readAll(path);
     ASSERT_TRUE(docs->user().ReadStep(0, 0, path));
@@ -197,8 +197,7 @@ TEST_F(DocumentSave, AFailedWriteLeavesThePreviousFileByteIdentical)
         << "no half-written file beside the program";
 }
 
-TEST_F(DocumentSave, ChecksAndTheGridDecideBeforeAnythingIsWritten)
-{
+TEST_F(DocumentSave, ChecksAndTheGridDecideBeforeAnythingIsWritten) {
     const QString path = writeProgram(QStringLiteral("chk.gsp"), QStringLiteral("x"));
     const QByteArray before = readAll(path);
     ASSERT_TRUE(docs->user().ReadStep(0, 0, path));
@@ -211,8 +210,7 @@ TEST_F(DocumentSave, ChecksAndTheGridDecideBeforeAnythingIsWritten)
     EXPECT_TRUE(docs->user().IsChanged());
 }
 
-TEST_F(DocumentUndo, TwoSnapshotsUndoneRestoreTheGridAndAThirdSaysEmpty)
-{
+TEST_F(DocumentUndo, TwoSnapshotsUndoneRestoreTheGridAndAThirdSaysEmpty) {
     ASSERT_TRUE(docs->user().ReadStep(0, 0, writeProgram(QStringLiteral("u.gsp"), QStringLiteral("row1"))));
     StepSheet& sheet = userEditor->sheet();
     const QByteArray original = sheet.saveCells();
@@ -249,8 +247,7 @@ TEST_F(DocumentUndo, TwoSnapshotsUndoneRestoreTheGridAndAThirdSaysEmpty)
     EXPECT_EQ(prompter.shown()[0].text, QStringLiteral("Undo buffer is empty."));
 }
 
-TEST_F(DocumentUndo, OpeningAUserProgramClearsTheUndoListAndItsFiles)
-{
+TEST_F(DocumentUndo, OpeningAUserProgramClearsTheUndoListAndItsFiles) {
     const QString path = writeProgram(QStringLiteral("o.gsp"), QStringLiteral("a"));
     ASSERT_TRUE(docs->user().ReadStep(0, 0, path));
     ASSERT_TRUE(docs->user().SaveCurrent());
@@ -263,8 +260,7 @@ TEST_F(DocumentUndo, OpeningAUserProgramClearsTheUndoListAndItsFiles)
     EXPECT_EQ(docs->user().GetLastTempFile(), QString());
 }
 
-TEST_F(DocumentLife, NewAndClosingAskAboutUnsavedChanges)
-{
+TEST_F(DocumentLife, NewAndClosingAskAboutUnsavedChanges) {
     bool memoOpen = true;
     docs->hooks().memoWindowOpen = [&] { return memoOpen; };
     const QString path = writeProgram(QStringLiteral("n.gsp"), QStringLiteral("keep"));
@@ -304,12 +300,13 @@ TEST_F(DocumentLife, NewAndClosingAskAboutUnsavedChanges)
     EXPECT_FALSE(docs->canCloseApplication());
 }
 
-TEST_F(DocumentLife, PasswordDialogAndMemoWindowMarkTheProgramChanged)
-{
+TEST_F(DocumentLife, PasswordDialogAndMemoWindowMarkTheProgramChanged) {
     QString shownTitle;
     docs->hooks().titleChanged = [&](int, const QString& t) { shownTitle = t; };
     QStringList dialogAnswers = {QStringLiteral("pw\tAnn"), QStringLiteral(" pw \t Ann ")};
-    docs->hooks().inputPassword = [&](int, const QString&, const QString&) { return dialogAnswers.takeFirst(); };
+    docs->hooks().inputPassword = [&](int, const QString&, const QString&) {
+        return dialogAnswers.takeFirst();
+    };
     ASSERT_TRUE(docs->user().ReadStep(0, 0, writeProgram(QStringLiteral("p.gsp"), QStringLiteral("r"))));
     docs->user().InputPassword();
     EXPECT_TRUE(docs->user().IsChanged());
@@ -329,8 +326,7 @@ TEST_F(DocumentLife, PasswordDialogAndMemoWindowMarkTheProgramChanged)
     EXPECT_EQ(prompter.lastNumber(), 56);
 }
 
-TEST_F(DocumentLife, CommandLineOpensTheNamedFileQuotedOrNot)
-{
+TEST_F(DocumentLife, CommandLineOpensTheNamedFileQuotedOrNot) {
     const QString path = writeProgram(QStringLiteral("cmd line.gsp"), QStringLiteral("cmd"));
     EXPECT_FALSE(docs->HikisuOp(scratch.file(QStringLiteral("missing.gsp"))));
     EXPECT_FALSE(docs->HikisuOp(QString()));
@@ -341,10 +337,10 @@ TEST_F(DocumentLife, CommandLineOpensTheNamedFileQuotedOrNot)
     EXPECT_EQ(Documents::commandLineFile(QStringLiteral("\"/a b/c.gsp\" x")), QStringLiteral("/a b/c.gsp"));
 }
 
-TEST_F(DocumentLife, InitialPathIsChosenWithAFolderDialogAndStored)
-{
+TEST_F(DocumentLife, InitialPathIsChosenWithAFolderDialogAndStored) {
     TempSettings ts;
-    Documents withSettings(prompter, ts.settings.get(), selout, selinp, *userEditor, *comparisonEditor, "/start");
+    Documents withSettings(prompter, ts.settings.get(), selout, selinp, *userEditor, *comparisonEditor,
+                           "/start");
     EXPECT_FALSE(withSettings.InitialPathCommand());
     EXPECT_EQ(withSettings.initialPath(), QStringLiteral("/start"));
     prompter.queueFileName(scratch.path());
@@ -353,8 +349,7 @@ TEST_F(DocumentLife, InitialPathIsChosenWithAFolderDialogAndStored)
     EXPECT_EQ(withSettings.initialPath(), scratch.path());
 }
 
-TEST_F(DocumentLife, NothingIsLeftInTheTemporaryFolderAfterShutDown)
-{
+TEST_F(DocumentLife, NothingIsLeftInTheTemporaryFolderAfterShutDown) {
     docs->hooks().comparisonLoaded = [] { return true; };
     const QString path = writeProgram(QStringLiteral("t.gsp"), QStringLiteral("t"));
     ASSERT_TRUE(docs->user().ReadStep(0, 0, path));

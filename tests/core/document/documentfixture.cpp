@@ -8,8 +8,7 @@
 
 namespace vkm::test {
 
-void DocumentFixture::SetUp()
-{
+void DocumentFixture::SetUp() {
     TempFolder::instance().recreate();
     const QString setting = QStringLiteral(VKM_SOURCE_DIR "/data/setting");
     ASSERT_TRUE(selout.ReadSet6_7_8_9e(setting, QStringLiteral("Set08.e")));
@@ -26,10 +25,11 @@ void DocumentFixture::SetUp()
     docs->setHooks(dh);
 }
 
-void DocumentFixture::TearDown() { docs->shutdown(); }
+void DocumentFixture::TearDown() {
+    docs->shutdown();
+}
 
-CSteps DocumentFixture::makeProgram(const QString& remark) const
-{
+CSteps DocumentFixture::makeProgram(const QString& remark) const {
     CSteps p;
     auto outs = std::make_shared<CStepOuts>();
     outs->Add(1, 256, LogicHigh, DelayTimer, 5, selout); // Y001, shown as 10
@@ -42,8 +42,7 @@ CSteps DocumentFixture::makeProgram(const QString& remark) const
 }
 
 QString DocumentFixture::writeProgram(const QString& name, const QString& remark, const QString& password,
-                                      const QString& author)
-{
+                                      const QString& author) {
     CSteps p = makeProgram(remark);
     p.Password = password;
     p.Author = author;
@@ -55,8 +54,7 @@ QString DocumentFixture::writeProgram(const QString& name, const QString& remark
     return path;
 }
 
-QStringList DocumentFixture::tempFiles() const
-{
+QStringList DocumentFixture::tempFiles() const {
     return QDir(TempFolder::instance().path()).entryList(QDir::Files | QDir::Hidden | QDir::System);
 }
 

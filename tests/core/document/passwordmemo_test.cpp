@@ -20,8 +20,7 @@ struct WordCase {
 
 class WordRules : public ::testing::TestWithParam<WordCase> {};
 
-TEST_P(WordRules, AcceptsOnlyShortSingleByteAlphanumerics)
-{
+TEST_P(WordRules, AcceptsOnlyShortSingleByteAlphanumerics) {
     const WordCase& c = GetParam();
     EXPECT_EQ(c.password ? ExactPassword(c.text) : ExactAuthor(c.text), c.ok) << c.name;
 }
@@ -40,8 +39,7 @@ INSTANTIATE_TEST_SUITE_P(
                       WordCase{"authorUnderscore", QStringLiteral("A_B"), false, false}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST(AccountDialogChecks, ReportsTheFirstOffendingFieldWithItsMessage)
-{
+TEST(AccountDialogChecks, ReportsTheFirstOffendingFieldWithItsMessage) {
     struct Case {
         QString password, author;
         AccountField field;
@@ -64,8 +62,7 @@ TEST(AccountDialogChecks, ReportsTheFirstOffendingFieldWithItsMessage)
     }
 }
 
-TEST(PasswordPrompt, IsCaseSensitiveRetriesAndFailsOnEmptyOrCancel)
-{
+TEST(PasswordPrompt, IsCaseSensitiveRetriesAndFailsOnEmptyOrCancel) {
     CSteps program;
     program.Password = QStringLiteral("secret");
 
@@ -96,8 +93,7 @@ TEST(PasswordPrompt, IsCaseSensitiveRetriesAndFailsOnEmptyOrCancel)
     EXPECT_TRUE(notAsked.inputPrompts().isEmpty());
 }
 
-TEST(PasswordDialogAnswer, TrimsBothPartsAndTellsWhetherAnythingChanged)
-{
+TEST(PasswordDialogAnswer, TrimsBothPartsAndTellsWhetherAnythingChanged) {
     CSteps program;
     program.Password = QStringLiteral("pw");
     program.Author = QStringLiteral("Ann");
@@ -110,8 +106,7 @@ TEST(PasswordDialogAnswer, TrimsBothPartsAndTellsWhetherAnythingChanged)
     EXPECT_TRUE(program.Password.isEmpty());
 }
 
-TEST(MemoRules, CountsBytesOfTheLegacyCodePage)
-{
+TEST(MemoRules, CountsBytesOfTheLegacyCodePage) {
     EXPECT_EQ(memoRemaining(QString(496, QLatin1Char('a'))), 0);
     EXPECT_EQ(memoRemaining(QString(497, QLatin1Char('a'))), -1);
     EXPECT_EQ(memoRemaining(QString(248, QChar(0x3042))), 0);
@@ -121,8 +116,9 @@ TEST(MemoRules, CountsBytesOfTheLegacyCodePage)
         QString memo;
         bool ok;
     };
-    for (const Case& c : {Case{QString(496, QLatin1Char('a')), true}, Case{QString(497, QLatin1Char('a')), false},
-                          Case{QString(248, QChar(0x3042)), true}, Case{QString(249, QChar(0x3042)), false}}) {
+    for (const Case& c :
+         {Case{QString(496, QLatin1Char('a')), true}, Case{QString(497, QLatin1Char('a')), false},
+          Case{QString(248, QChar(0x3042)), true}, Case{QString(249, QChar(0x3042)), false}}) {
         CSteps program;
         ScriptedPrompter p;
         bool changed = false;
@@ -137,8 +133,7 @@ TEST(MemoRules, CountsBytesOfTheLegacyCodePage)
     }
 }
 
-TEST(MemoRules, ChangingOnlyTheRelatedFileMarksTheProgramChanged)
-{
+TEST(MemoRules, ChangingOnlyTheRelatedFileMarksTheProgramChanged) {
     CSteps program;
     program.Memo = QStringLiteral("note");
     program.MemoFile = QStringLiteral("OLD.TXT");
@@ -151,8 +146,7 @@ TEST(MemoRules, ChangingOnlyTheRelatedFileMarksTheProgramChanged)
     EXPECT_EQ(program.MemoFile, QStringLiteral("NEW.TXT"));
 }
 
-TEST(MemoRules, RelatedFileMustBeEightDotThreeBesideTheProgram)
-{
+TEST(MemoRules, RelatedFileMustBeEightDotThreeBesideTheProgram) {
     test::Scratch scratch;
     QDir(scratch.path()).mkdir(QStringLiteral("other"));
     const QString folder = scratch.path();

@@ -17,18 +17,18 @@ using namespace vkm::test;
 
 namespace {
 
-QString temp(const QString& name) { return TempFolder::instance().filePath(name); }
+QString temp(const QString& name) {
+    return TempFolder::instance().filePath(name);
+}
 
-void touch(const QString& path, const QByteArray& bytes = "x")
-{
+void touch(const QString& path, const QByteArray& bytes = "x") {
     QFile f(path);
     ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
     f.write(bytes);
 }
 
 // Makes a folder refuse new files, also for root (which ignores the permission bits).
-bool lockFolder(const QString& dir)
-{
+bool lockFolder(const QString& dir) {
     QFile::setPermissions(dir, QFile::ReadOwner | QFile::ExeOwner);
     QFile probe(dir + "/probe");
     if (!probe.open(QIODevice::WriteOnly))
@@ -38,8 +38,7 @@ bool lockFolder(const QString& dir)
     return QProcess::execute("chattr", {"+i", dir}) == 0;
 }
 
-void unlockFolder(const QString& dir)
-{
+void unlockFolder(const QString& dir) {
     QProcess::execute("chattr", {"-i", dir});
     QFile::setPermissions(dir, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
@@ -48,8 +47,8 @@ void unlockFolder(const QString& dir)
 class InsertingPrompter : public ScriptedPrompter {
 public:
     explicit InsertingPrompter(QString dir) : m_dir(std::move(dir)) {}
-    Answer showMessage(int number, int style, const QString& a1, const QString& a2, const QString& a3) override
-    {
+    Answer showMessage(int number, int style, const QString& a1, const QString& a2,
+                       const QString& a3) override {
         QDir().mkpath(m_dir);
         ScriptedPrompter::showMessage(number, style, a1, a2, a3);
         return Answer::Ok;
@@ -61,8 +60,7 @@ private:
 
 } // namespace
 
-TEST(MachineFiles, FixedTemporaryNames)
-{
+TEST(MachineFiles, FixedTemporaryNames) {
     EXPECT_EQ(CreateTempName(1, eUSR), temp("eusr2.tmp"));
     EXPECT_EQ(CreateTempName(1, eCMP), temp("ecmp2.tmp"));
     EXPECT_EQ(CreateTempName(2, eUSR), temp("eusr3.tmp"));
@@ -74,8 +72,7 @@ TEST(MachineFiles, FixedTemporaryNames)
     EXPECT_TRUE(QFile::exists(a));
 }
 
-TEST(MachineFiles, FilesReadFromTheMachine)
-{
+TEST(MachineFiles, FilesReadFromTheMachine) {
     Scratch s;
     struct Case {
         QString path;
@@ -95,8 +92,7 @@ TEST(MachineFiles, FilesReadFromTheMachine)
         EXPECT_EQ(IsThisFileFromMachine(tc.path), tc.expected) << qPrintable(tc.path);
 }
 
-TEST(MachineFiles, DeleteVKMTemporaryFilesTouchesOnlyItsFolder)
-{
+TEST(MachineFiles, DeleteVKMTemporaryFilesTouchesOnlyItsFolder) {
     Scratch s;
     touch(temp("VKM9001.tmp"));
     touch(temp("vkm9002.TMP"));
@@ -113,8 +109,7 @@ TEST(MachineFiles, DeleteVKMTemporaryFilesTouchesOnlyItsFolder)
     EXPECT_TRUE(Del(temp("VKM9003.gsp"))) << "a missing file is fine";
 }
 
-TEST(MachineFiles, FreeSpaceAndDriveReadiness)
-{
+TEST(MachineFiles, FreeSpaceAndDriveReadiness) {
     Scratch s;
     const QString src = s.write("src.bin", QByteArray(100, 'a'));
     s.write("exists.gsp", "old");
@@ -140,8 +135,7 @@ TEST(MachineFiles, FreeSpaceAndDriveReadiness)
     EXPECT_EQ(inserting.numbers(), std::vector<int>{69});
 }
 
-TEST(CopyFiles, WritesTheTransferTextOfTheImage)
-{
+TEST(CopyFiles, WritesTheTransferTextOfTheImage) {
     Scratch s;
     const Catalogues c = testCatalogues();
     const QString image = s.file("eusr2.tmp");
@@ -161,8 +155,7 @@ TEST(CopyFiles, WritesTheTransferTextOfTheImage)
     EXPECT_EQ(prompter.numbers(), std::vector<int>{90}) << "a volume that cannot be found has no space";
 }
 
-TEST(CopyFiles, AFailingWriteLeavesTheOldFileIntact)
-{
+TEST(CopyFiles, AFailingWriteLeavesTheOldFileIntact) {
     Scratch s;
     const Catalogues c = testCatalogues();
     const QString image = s.file("eusr2.tmp");
@@ -191,8 +184,7 @@ TEST(CopyFiles, AFailingWriteLeavesTheOldFileIntact)
     EXPECT_TRUE(prompter.shown().empty());
 }
 
-TEST(ReadStepData, ReadsAProgramFileThroughTheTemporaryImage)
-{
+TEST(ReadStepData, ReadsAProgramFileThroughTheTemporaryImage) {
     Scratch s;
     const Catalogues c = testCatalogues();
     const CSteps original = buildProgram(Shape::Texts, c);
@@ -218,8 +210,7 @@ TEST(ReadStepData, ReadsAProgramFileThroughTheTemporaryImage)
     EXPECT_EQ(sink.procedures(), QStringList{"ReadRem"});
 }
 
-TEST(TransferFile, PreparesTheProgramForSending)
-{
+TEST(TransferFile, PreparesTheProgramForSending) {
     const Catalogues c = testCatalogues();
     const CSteps p = buildProgram(Shape::Counters, c);
     ScriptedPrompter prompter;

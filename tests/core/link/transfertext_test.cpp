@@ -15,8 +15,7 @@ using namespace vkm::test;
 
 namespace {
 
-QByteArray randomBytes(int n, quint32 seed)
-{
+QByteArray randomBytes(int n, quint32 seed) {
     QRandomGenerator rng(seed);
     QByteArray b(n, '\0');
     for (auto& c : b)
@@ -24,8 +23,7 @@ QByteArray randomBytes(int n, quint32 seed)
     return b;
 }
 
-QList<QByteArray> records(const QByteArray& text)
-{
+QList<QByteArray> records(const QByteArray& text) {
     QList<QByteArray> lines = text.split('\n');
     EXPECT_TRUE(lines.last().isEmpty()) << "every record ends with CR LF";
     lines.removeLast();
@@ -38,8 +36,7 @@ QList<QByteArray> records(const QByteArray& text)
 
 } // namespace
 
-TEST(TransferText, HexAndChecksum)
-{
+TEST(TransferText, HexAndChecksum) {
     EXPECT_EQ(HexByte(0), "00");
     EXPECT_EQ(HexByte(0xAB), "AB");
     EXPECT_EQ(HexByte(7), "07");
@@ -53,8 +50,7 @@ TEST(TransferText, HexAndChecksum)
     EXPECT_EQ(wRecord(0, QByteArray(7, '\0')), "") << "a record holds exactly eight bytes";
 }
 
-TEST(TransferText, StepImageGives238RecordsOverBothStretches)
-{
+TEST(TransferText, StepImageGives238RecordsOverBothStretches) {
     const QByteArray image = randomBytes(memmap::kStepImageBytes, 7);
     bool ok = false;
     const QByteArray text = stepImageToText(image, &ok);
@@ -80,8 +76,7 @@ TEST(TransferText, StepImageGives238RecordsOverBothStretches)
     EXPECT_FALSE(ok);
 }
 
-TEST(ParseData, RecordsChecksumsAndLineRules)
-{
+TEST(ParseData, RecordsChecksumsAndLineRules) {
     struct Case {
         const char* name;
         QByteArray text;
@@ -98,8 +93,10 @@ TEST(ParseData, RecordsChecksumsAndLineRules)
         {"LF only", good + "\n" + other + "\n", goodBytes + otherBytes, 0},
         {"bad checksum kept", "W0300010600000000000036\r\n", goodBytes, 1},
         {"lower-case checksum", good.left(21) + "3e\r\n" + other, goodBytes + otherBytes, 1},
-        {"two bad records", "W0300010600000000000036\r\nW030001060000000000003A\r\n", goodBytes + goodBytes, 2},
-        {"22 and 24 characters skipped", good.left(22) + "\r\n" + good + "X\r\n" + other + "\r\n", otherBytes, 0},
+        {"two bad records", "W0300010600000000000036\r\nW030001060000000000003A\r\n", goodBytes + goodBytes,
+         2},
+        {"22 and 24 characters skipped", good.left(22) + "\r\n" + good + "X\r\n" + other + "\r\n", otherBytes,
+         0},
         {"empty line ends", good + "\r\n\r\n" + other + "\r\n", goodBytes, 0},
         {"leading empty line", "\r\n" + good, {}, 0},
         {"empty text", {}, {}, 0},
@@ -118,8 +115,7 @@ TEST(ParseData, RecordsChecksumsAndLineRules)
     }
 }
 
-TEST(ParseData, BadDataAndUnreadableFilesAreReported)
-{
+TEST(ParseData, BadDataAndUnreadableFilesAreReported) {
     CapturingErrorSink sink;
     ScriptedPrompter prompter;
     bool ok = true;
@@ -130,8 +126,7 @@ TEST(ParseData, BadDataAndUnreadableFilesAreReported)
     EXPECT_EQ(sink.procedures(), (QStringList{"ParseData", "ParseData"}));
 }
 
-TEST(ParseData, LargeBinaryInputEndsQuickly)
-{
+TEST(ParseData, LargeBinaryInputEndsQuickly) {
     ScriptedPrompter prompter;
     QElapsedTimer timer;
     timer.start();
@@ -143,8 +138,7 @@ TEST(ParseData, LargeBinaryInputEndsQuickly)
     EXPECT_LT(timer.elapsed(), 5000);
 }
 
-TEST(TransferText, TextImageTextRoundTripIsByteIdentical)
-{
+TEST(TransferText, TextImageTextRoundTripIsByteIdentical) {
     const Catalogues c = testCatalogues();
     std::vector<QByteArray> images;
     for (quint32 seed = 1; seed <= 20; ++seed)
@@ -160,8 +154,7 @@ TEST(TransferText, TextImageTextRoundTripIsByteIdentical)
     }
 }
 
-TEST(SaveAsText, RangesPaddingAndTheOversizeNotice)
-{
+TEST(SaveAsText, RangesPaddingAndTheOversizeNotice) {
     Scratch s;
     const QString src768 = s.write("c768.bin", randomBytes(768, 5));
     ScriptedPrompter prompter;
@@ -197,8 +190,7 @@ TEST(SaveAsText, RangesPaddingAndTheOversizeNotice)
     EXPECT_EQ(sink.procedures(), QStringList{"SaveAsText"});
 }
 
-TEST(SaveAsTextStep, FilesAndShortSources)
-{
+TEST(SaveAsTextStep, FilesAndShortSources) {
     Scratch s;
     const QByteArray image = randomBytes(1904, 11);
     const QString src = s.write("eusr2.tmp", image);

@@ -9,11 +9,10 @@
 using namespace vkm;
 using namespace vkm::test;
 
-TEST(CodeTexts, LogicDelayRelationAndStateNames)
-{
+TEST(CodeTexts, LogicDelayRelationAndStateNames) {
     const std::vector<std::pair<int, const char*>> logic = {
-        {0, "LOW"}, {1, "HIGH"}, {2, "NOT"}, {3, "JMP"}, {4, "INC"},  {5, "DEC"}, {6, "SET"},
-        {7, "CLR"}, {8, "ADD"},  {9, "SUB"}, {10, "CALL"}, {11, "RET"}, {12, ""},  {-1, ""}};
+        {0, "LOW"}, {1, "HIGH"}, {2, "NOT"}, {3, "JMP"},   {4, "INC"},  {5, "DEC"}, {6, "SET"},
+        {7, "CLR"}, {8, "ADD"},  {9, "SUB"}, {10, "CALL"}, {11, "RET"}, {12, ""},   {-1, ""}};
     for (const auto& [code, text] : logic)
         EXPECT_EQ(CStepOuts::LogicJ(code), QString(text)) << code;
     // The names the editor's lists use map back; "RET" is only the display form.
@@ -37,8 +36,7 @@ TEST(CodeTexts, LogicDelayRelationAndStateNames)
     EXPECT_EQ(CStepInps::JyotaiJ(4), "");
 }
 
-TEST(CStepOutsAdd, CategoryForcesFlowControlLogic)
-{
+TEST(CStepOutsAdd, CategoryForcesFlowControlLogic) {
     const Catalogues c = testCatalogues();
     struct Case {
         int kino;
@@ -46,8 +44,12 @@ TEST(CStepOutsAdd, CategoryForcesFlowControlLogic)
         int expected;
     };
     const Case cases[] = {
-        {jumpTarget(4), LogicLow, LogicJmp},   {28672, LogicHigh, LogicSub}, {callTarget(32), LogicLow, LogicCall},
-        {28673, LogicInc, LogicRet},           {256, LogicNot, LogicNot},    {768, LogicAdd, LogicAdd},
+        {jumpTarget(4), LogicLow, LogicJmp},
+        {28672, LogicHigh, LogicSub},
+        {callTarget(32), LogicLow, LogicCall},
+        {28673, LogicInc, LogicRet},
+        {256, LogicNot, LogicNot},
+        {768, LogicAdd, LogicAdd},
         {4321, LogicClr, LogicClr}, // a function the catalogue does not know keeps its logic
     };
     for (const auto& tc : cases) {
@@ -69,8 +71,7 @@ TEST(CStepOutsAdd, CategoryForcesFlowControlLogic)
     EXPECT_EQ(outs.Item("2"), jump);
 }
 
-TEST(CStepOutsExistRet, FindsReturnInEitherOutput)
-{
+TEST(CStepOutsExistRet, FindsReturnInEitherOutput) {
     const Catalogues c = testCatalogues();
     CStepOuts none, first, second;
     none.Add(1, 256, 1, 0, 0, c.selout);
@@ -84,8 +85,7 @@ TEST(CStepOutsExistRet, FindsReturnInEitherOutput)
     EXPECT_FALSE(second.ExistRet(c.selinp)) << "the category comes from the catalogue given";
 }
 
-TEST(CStepsAdd, RowsFollowTheCountAndItemsAreShared)
-{
+TEST(CStepsAdd, RowsFollowTheCountAndItemsAreShared) {
     CSteps p;
     auto outs = std::make_shared<CStepOuts>();
     const auto a = p.Add(outs, nullptr, "first", false, true);
@@ -102,8 +102,7 @@ TEST(CStepsAdd, RowsFollowTheCountAndItemsAreShared)
     EXPECT_EQ(p.Add(nullptr, nullptr, "", true, false)->Row, 2) << "row = count + 1";
 }
 
-TEST(GetValueRange, RulesByCategoryLogicAndDelayKind)
-{
+TEST(GetValueRange, RulesByCategoryLogicAndDelayKind) {
     Catalogues c = testCatalogues();
     struct Case {
         const char* category;
@@ -134,8 +133,7 @@ TEST(GetValueRange, RulesByCategoryLogicAndDelayKind)
     }
 }
 
-TEST(SystemClock, GivesTheCurrentTime)
-{
+TEST(SystemClock, GivesTheCurrentTime) {
     const QDateTime before = QDateTime::currentDateTime();
     const QDateTime now = systemClock()();
     EXPECT_LE(before.secsTo(now), 2);

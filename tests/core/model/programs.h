@@ -17,8 +17,7 @@ struct Catalogues {
     CSelections selinp;
 };
 
-inline Catalogues testCatalogues()
-{
+inline Catalogues testCatalogues() {
     Catalogues c;
     auto& o = c.selout;
     o.Add("Y001", 256, "", "OUT", "0", "0");
@@ -62,8 +61,7 @@ struct In {
 // the empty input: function 0, state 3, relation END).
 inline CSteps::Ptr addRow(CSteps& p, const Catalogues& c, std::initializer_list<Out> outs,
                           std::initializer_list<In> inps, const QString& remark = {}, bool disabled = false,
-                          int counterId = 0)
-{
+                          int counterId = 0) {
     auto o = std::make_shared<CStepOuts>();
     int block = 1;
     for (const Out& x : outs)
@@ -80,31 +78,35 @@ inline CSteps::Ptr addRow(CSteps& p, const Catalogues& c, std::initializer_list<
     return p.Add(o, in, remark, false, disabled);
 }
 
-inline CSteps::Ptr addEmptyRow(CSteps& p) { return p.Add(nullptr, nullptr, {}, true, false); }
+inline CSteps::Ptr addEmptyRow(CSteps& p) {
+    return p.Add(nullptr, nullptr, {}, true, false);
+}
 
 // The editor saves all 32 rows of its grid; unused rows are empty steps.
-inline CSteps& padRows(CSteps& p)
-{
+inline CSteps& padRows(CSteps& p) {
     while (p.Count() < kMaxSteps)
         addEmptyRow(p);
     return p;
 }
 
-inline QDateTime fixedTime() { return QDateTime(QDate(2026, 11, 16), QTime(12, 5, 37)); }
-inline Clock fixedClock() { return [] { return fixedTime(); }; }
+inline QDateTime fixedTime() {
+    return QDateTime(QDate(2026, 11, 16), QTime(12, 5, 37));
+}
+inline Clock fixedClock() {
+    return [] { return fixedTime(); };
+}
 
 enum class Shape { Counters, Flow, Pulses, Disabled, Texts, Full };
 
 // Programs that exercise one feature each; Full fills all 32 rows.
-inline CSteps buildProgram(Shape shape, const Catalogues& c)
-{
+inline CSteps buildProgram(Shape shape, const Catalogues& c) {
     CSteps p;
     switch (shape) {
     case Shape::Counters:
         // CN16 >= 50 (compare value in input 2), then CN41 + R001 = 7.
         addRow(p, c, {{16, LogicInc, DelayTimer, 0}}, {{16, 0, RelGe}, {50, 0, RelEnd}}, {}, false, 5);
-        addRow(p, c, {{256, LogicHigh, DelayTimer, 10}},
-               {{41, 0, RelPlus}, {768, 0, RelEq}, {7, 0, RelEnd}}, {}, false, 15);
+        addRow(p, c, {{256, LogicHigh, DelayTimer, 10}}, {{41, 0, RelPlus}, {768, 0, RelEq}, {7, 0, RelEnd}},
+               {}, false, 15);
         addRow(p, c, {{16, LogicSet, DelayTimer, 65000}}, {{256, StatePosLev, RelEnd}});
         break;
     case Shape::Flow:
@@ -124,7 +126,9 @@ inline CSteps buildProgram(Shape shape, const Catalogues& c)
         addRow(p, c, {{256, LogicHigh, DelayAngle1, 900}, {256, LogicLow, DelayAngle1, 1800}},
                {{3, StatePosEdg, RelAnd}, {257, StateNegLev, RelOr}, {768, StatePosLev, RelEnd}});
         addRow(p, c, {{257, LogicNot, DelayAngle3, 3600}, {511, LogicHigh, DelayTimer, 65000}},
-               {{3, StateNegEdg, RelAnd}, {256, StatePosEdg, RelAnd}, {257, StatePosLev, RelAnd},
+               {{3, StateNegEdg, RelAnd},
+                {256, StatePosEdg, RelAnd},
+                {257, StatePosLev, RelAnd},
                 {768, StateNegLev, RelEnd}});
         break;
     case Shape::Disabled:

@@ -11,22 +11,24 @@ using namespace vkm::test;
 
 namespace {
 
-QByteArray hex(const char* text) { return QByteArray::fromHex(QByteArray(text).replace(' ', "")); }
+QByteArray hex(const char* text) {
+    return QByteArray::fromHex(QByteArray(text).replace(' ', ""));
+}
 
-QByteArray imageOf(const CSteps& p, const Catalogues& c)
-{
+QByteArray imageOf(const CSteps& p, const Catalogues& c) {
     bool ok = false;
     const QByteArray image = p.toImage(c.selinp, fixedClock(), &ok);
     EXPECT_TRUE(ok);
     return image;
 }
 
-QByteArray stepRecord(const QByteArray& image, int row) { return image.mid(64 + (row - 1) * 22, 22); }
+QByteArray stepRecord(const QByteArray& image, int row) {
+    return image.mid(64 + (row - 1) * 22, 22);
+}
 
 } // namespace
 
-TEST(EncodeWord, WorkedExamples)
-{
+TEST(EncodeWord, WorkedExamples) {
     EXPECT_EQ(EncodeWord("AB", true, QDateTime(QDate(2026, 1, 1), QTime(12, 5, 37))),
               hex("C0 BF 0000000000000000000000000000 C5 C0 C2 BE"));
     EXPECT_EQ(EncodeWord("K9", false, QDateTime(QDate(2026, 11, 16), QTime(0, 0))),
@@ -37,8 +39,7 @@ TEST(EncodeWord, WorkedExamples)
     EXPECT_EQ(DecodeWord(QByteArray(16, '\0'), false), "");
 }
 
-TEST(EncodeWord, BadCharactersAndBlocksAreReported)
-{
+TEST(EncodeWord, BadCharactersAndBlocksAreReported) {
     CapturingErrorSink sink;
     // 242 - 1 + 15 passes 255: a control character cannot be scrambled.
     EXPECT_TRUE(EncodeWord(QString("A") + QChar(1), true, fixedTime()).isEmpty());
@@ -54,14 +55,15 @@ TEST(EncodeWord, BadCharactersAndBlocksAreReported)
     EXPECT_EQ(sink.procedures(), QStringList{"DecodeWord"});
 }
 
-TEST(StepImage, WorkedStepRecordAndItsReading)
-{
+TEST(StepImage, WorkedStepRecordAndItsReading) {
     const Catalogues c = testCatalogues();
     CSteps p;
     addRow(p, c, {{0x0105, LogicHigh, DelayTimer, 50}}, {{3, StatePosEdg, RelEnd}});
     const QByteArray image = imageOf(p, c);
-    EXPECT_EQ(stepRecord(image, 1), hex("05 01 01 32 00 | 00 00 F0 00 00 | 03 00 21 | 00 00 23 | 00 00 23 | 00 00 23"
-                                        "").replace('|', ""));
+    EXPECT_EQ(stepRecord(image, 1),
+              hex("05 01 01 32 00 | 00 00 F0 00 00 | 03 00 21 | 00 00 23 | 00 00 23 | 00 00 23"
+                  "")
+                  .replace('|', ""));
     CSteps back;
     ASSERT_TRUE(back.fromImage(image, c.selout, c.selinp));
     ASSERT_EQ(back.Count(), 32);
@@ -83,8 +85,7 @@ TEST(StepImage, WorkedStepRecordAndItsReading)
     EXPECT_FALSE(back.Item(2)->NOP);
 }
 
-TEST(StepImage, NewEmptyProgramFileIs1904BytesWithTagAndMemoFileName)
-{
+TEST(StepImage, NewEmptyProgramFileIs1904BytesWithTagAndMemoFileName) {
     const Catalogues c = testCatalogues();
     Scratch s;
     CSteps p;
@@ -107,13 +108,13 @@ TEST(StepImage, NewEmptyProgramFileIs1904BytesWithTagAndMemoFileName)
     EXPECT_EQ(back.MemoFile, "") << "a name without extension is not a memo file";
 }
 
-TEST(StepImage, EmptyOutputsAndInputsAfterEnd)
-{
+TEST(StepImage, EmptyOutputsAndInputsAfterEnd) {
     const Catalogues c = testCatalogues();
     CSteps p;
     // Inputs 3 and 4 hold functions the machine must never see: they follow END.
-    auto row = addRow(p, c, {{-1}, {256, LogicHigh, DelayTimer, 1}},
-                      {{3, StatePosLev, RelAnd}, {256, StatePosEdg, RelEnd}, {257, 1, RelOr}, {3, 2, RelAnd}});
+    auto row =
+        addRow(p, c, {{-1}, {256, LogicHigh, DelayTimer, 1}},
+               {{3, StatePosLev, RelAnd}, {256, StatePosEdg, RelEnd}, {257, 1, RelOr}, {3, 2, RelAnd}});
     const QByteArray rec = stepRecord(imageOf(p, c), 1);
     EXPECT_EQ(rec.left(5), hex("0000F00000"));
     EXPECT_EQ(rec.mid(5, 5), hex("00 01 01 01 00"));
@@ -126,16 +127,17 @@ TEST(StepImage, EmptyOutputsAndInputsAfterEnd)
     EXPECT_EQ(back.Item(1)->inps, nullptr);
 }
 
-TEST(StepImage, DisabledRowsAndFlagBytes)
-{
+TEST(StepImage, DisabledRowsAndFlagBytes) {
     const Catalogues c = testCatalogues();
     struct Case {
         bool disabled;
         int logic, delayKind;
         int flag;
     };
-    const Case cases[] = {{false, LogicHigh, DelayStc, 0x21}, {true, LogicHigh, DelayStc, 0x31},
-                          {true, LogicClr, DelayAngle3, 0x97}, {false, LogicNot, DelayTimer, 0x02}};
+    const Case cases[] = {{false, LogicHigh, DelayStc, 0x21},
+                          {true, LogicHigh, DelayStc, 0x31},
+                          {true, LogicClr, DelayAngle3, 0x97},
+                          {false, LogicNot, DelayTimer, 0x02}};
     for (const auto& tc : cases) {
         CSteps p;
         addRow(p, c, {{256, tc.logic, tc.delayKind, 9}, {768, LogicInc, DelayTimer, 0}}, {{3, 0, RelEnd}}, {},
@@ -157,13 +159,12 @@ TEST(StepImage, DisabledRowsAndFlagBytes)
     EXPECT_TRUE(back.Item(1)->GyoMuko);
 }
 
-TEST(StepImage, CounterStepCarriesCounterIdInEveryStateByte)
-{
+TEST(StepImage, CounterStepCarriesCounterIdInEveryStateByte) {
     const Catalogues c = testCatalogues();
     for (int id : {0, 5, 10, 15}) {
         CSteps p;
-        addRow(p, c, {{256, LogicHigh, DelayTimer, 0}}, {{16, 0, RelPlus}, {768, 0, RelGe}, {40000, 0, RelEnd}},
-               {}, false, id);
+        addRow(p, c, {{256, LogicHigh, DelayTimer, 0}},
+               {{16, 0, RelPlus}, {768, 0, RelGe}, {40000, 0, RelEnd}}, {}, false, id);
         const QByteArray rec = stepRecord(imageOf(p, c), 1);
         EXPECT_EQ(quint8(rec[12]), 0x70 | id);
         EXPECT_EQ(quint8(rec[15]), 0x30 | id);
@@ -181,8 +182,7 @@ TEST(StepImage, CounterStepCarriesCounterIdInEveryStateByte)
     }
 }
 
-TEST(StepImage, AuthorPasswordAndTextsAreCutToTheirFields)
-{
+TEST(StepImage, AuthorPasswordAndTextsAreCutToTheirFields) {
     const Catalogues c = testCatalogues();
     struct Case {
         const char* author;
@@ -219,8 +219,7 @@ TEST(StepImage, AuthorPasswordAndTextsAreCutToTheirFields)
     }
 }
 
-TEST(StepImage, RemarksArePlacedByRow)
-{
+TEST(StepImage, RemarksArePlacedByRow) {
     const Catalogues c = testCatalogues();
     CSteps p;
     for (int n = 1; n <= 5; ++n)
@@ -234,8 +233,7 @@ TEST(StepImage, RemarksArePlacedByRow)
     EXPECT_EQ(image.mid(768, 20), QByteArray("one").leftJustified(20, '\0'));
 }
 
-TEST(StepImage, WritesInPlaceUnlessDeletedFirst)
-{
+TEST(StepImage, WritesInPlaceUnlessDeletedFirst) {
     const Catalogues c = testCatalogues();
     Scratch s;
     const QByteArray old = QByteArray(2100, '\x5A');
@@ -257,8 +255,7 @@ TEST(StepImage, WritesInPlaceUnlessDeletedFirst)
     EXPECT_EQ(readAll(s.file("del.bin")), fresh);
 }
 
-TEST(StepImage, FailuresAreReportedByTheFailingPart)
-{
+TEST(StepImage, FailuresAreReportedByTheFailingPart) {
     const Catalogues c = testCatalogues();
     CapturingErrorSink sink;
     struct Case {
@@ -267,15 +264,27 @@ TEST(StepImage, FailuresAreReportedByTheFailingPart)
         const char* procedure;
     };
     const Case cases[] = {
-        {"value above 16 bits", [&](CSteps& p) { addRow(p, c, {{256, 1, 0, 65536}}, {{3, 0, RelEnd}}); },
+        {"value above 16 bits",
+         [&](CSteps& p) {
+             addRow(p, c, {{256, 1, 0, 65536}}, {{3, 0, RelEnd}});
+         },
          "WriteStep"},
-        {"first input unknown", [&](CSteps& p) { addRow(p, c, {{256, 1, 0, 0}}, {{4242, 0, RelEnd}}); },
+        {"first input unknown",
+         [&](CSteps& p) {
+             addRow(p, c, {{256, 1, 0, 0}}, {{4242, 0, RelEnd}});
+         },
          "WriteStep"},
-        {"input beyond 16 bits", [&](CSteps& p) { addRow(p, c, {{256, 1, 0, 0}}, {{3, 0, RelAnd}, {70000, 0, 2}}); },
+        {"input beyond 16 bits",
+         [&](CSteps& p) {
+             addRow(p, c, {{256, 1, 0, 0}}, {{3, 0, RelAnd}, {70000, 0, 2}});
+         },
          "WriteStep"},
         {"author not scrambled", [&](CSteps& p) { p.Author = QString(QChar(1)); }, "EncodeWord"},
         {"flag that would read as empty",
-         [&](CSteps& p) { addRow(p, c, {{256, 1, 14, 0}}, {{3, 0, RelEnd}}, {}, true); }, "WriteStep"},
+         [&](CSteps& p) {
+             addRow(p, c, {{256, 1, 14, 0}}, {{3, 0, RelEnd}}, {}, true);
+         },
+         "WriteStep"},
     };
     for (const auto& tc : cases) {
         sink.clear();
@@ -288,8 +297,11 @@ TEST(StepImage, FailuresAreReportedByTheFailingPart)
     }
     // Short images: the part that runs past the end names itself.
     const QByteArray full = imageOf(buildProgram(Shape::Texts, c), c);
-    const std::pair<int, const char*> cuts[] = {
-        {30, "DecodeWord"}, {45, "ReadMemoFile"}, {100, "GetOutputCols"}, {772, "ReadRem"}, {1903, "ReadMemo"}};
+    const std::pair<int, const char*> cuts[] = {{30, "DecodeWord"},
+                                                {45, "ReadMemoFile"},
+                                                {100, "GetOutputCols"},
+                                                {772, "ReadRem"},
+                                                {1903, "ReadMemo"}};
     for (const auto& [size, procedure] : cuts) {
         sink.clear();
         CSteps back = buildProgram(Shape::Full, c);
@@ -304,8 +316,7 @@ TEST(StepImage, FailuresAreReportedByTheFailingPart)
     EXPECT_EQ(sink.procedures(), (QStringList{"ReadData", "SaveData"}));
 }
 
-TEST(StepImage, UnknownFieldValuesSurviveReadingAndWriting)
-{
+TEST(StepImage, UnknownFieldValuesSurviveReadingAndWriting) {
     const Catalogues c = testCatalogues();
     CSteps empty;
     QByteArray image = imageOf(padRows(empty), c);
@@ -321,8 +332,7 @@ TEST(StepImage, UnknownFieldValuesSurviveReadingAndWriting)
     EXPECT_EQ(imageOf(back, c).mid(64, 22), image.mid(64, 22));
 }
 
-TEST(StepImage, ImageModelImageIsByteIdentical)
-{
+TEST(StepImage, ImageModelImageIsByteIdentical) {
     const Catalogues c = testCatalogues();
     Scratch s;
     for (const Shape shape : kAllShapes) {
@@ -343,8 +353,7 @@ TEST(StepImage, ImageModelImageIsByteIdentical)
     }
 }
 
-TEST(StepImage, LegacyCodePageTexts)
-{
+TEST(StepImage, LegacyCodePageTexts) {
     const Catalogues c = testCatalogues();
     CSteps p;
     addRow(p, c, {{256, 1, 0, 0}}, {{3, 0, RelEnd}}, QString::fromUtf8("糸切り"));
