@@ -67,14 +67,13 @@ fInpMemo::fInpMemo(Documents& documents, int usrcmp, Settings* settings, QWidget
 
     for (int size = kFontMin; size <= kFontMax; ++size)
         m_cboFontSize->addItem(QString::number(size), size);
-    int fontSize =
-        m_settings ? m_settings->readInt(Section::Location, QStringLiteral("Memo_FontSize"), 10) : 10;
+    int fontSize = m_settings ? m_settings->value(keys::Memo_FontSize) : keys::Memo_FontSize.defaultValue;
     fontSize = qBound(kFontMin, fontSize, kFontMax);
     m_cboFontSize->setCurrentIndex(fontSize - kFontMin);
     if (m_settings) {
-        const int w = m_settings->readInt(Section::Location, QStringLiteral("Memo_Width"), 10200);
-        const int h = m_settings->readInt(Section::Location, QStringLiteral("Memo_Height"), 7845);
-        resize(qMax(200, int(w * dpi(this) / 1440)), qMax(150, int(h * dpi(this) / 1440)));
+        const int w = twipsToPixels(m_settings->value(keys::Memo_Width), dpi(this));
+        const int h = twipsToPixels(m_settings->value(keys::Memo_Height), dpi(this));
+        resize(qMax(200, w), qMax(150, h));
     }
 
     const CSteps& user = m_documents.userProgram();
@@ -165,10 +164,9 @@ void fInpMemo::openRelatedFile() {
 void fInpMemo::closeEvent(QCloseEvent* event) {
     if (m_settings) {
         const double d = dpi(this);
-        m_settings->writeInt(Section::Location, QStringLiteral("Memo_Width"), int(width() * 1440 / d));
-        m_settings->writeInt(Section::Location, QStringLiteral("Memo_Height"), int(height() * 1440 / d));
-        m_settings->writeInt(Section::Location, QStringLiteral("Memo_FontSize"),
-                             m_cboFontSize->currentData().toInt());
+        m_settings->set(keys::Memo_Width, pixelsToTwips(width(), d));
+        m_settings->set(keys::Memo_Height, pixelsToTwips(height(), d));
+        m_settings->set(keys::Memo_FontSize, m_cboFontSize->currentData().toInt());
     }
     event->accept();
     Q_EMIT closed();

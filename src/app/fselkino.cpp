@@ -25,16 +25,11 @@ namespace vkm {
 const QString fSelKino::kStepNodeText = QStringLiteral("Click here to input step number.");
 
 namespace {
-// Window placement defaults and the smallest size, in twips.
-constexpr int kDefaultLeft = 7485;
-constexpr int kDefaultTop = 1605;
-constexpr int kDefaultWidth = 5490;
-constexpr int kDefaultHeight = 6255;
+// The smallest window size, in twips.
 constexpr int kMinWidth = 5490;
 constexpr int kMinHeight = 3525;
 constexpr int kMaxStep = 32;
 
-const QString kExpandKey = QStringLiteral("DoesExpandTree");
 const QString kStepKey = QStringLiteral("StepInput");
 const QString kStepKey2 = QStringLiteral("StepInput2");
 } // namespace
@@ -67,7 +62,7 @@ fSelKino::fSelKino(Settings* settings, Prompter& prompter, QWidget* parent)
     m_chk = new QCheckBox(QStringLiteral("Expand all items in opening."), this);
     connect(m_chk, &QCheckBox::clicked, this, [this](bool on) {
         if (m_settings)
-            m_settings->write(Section::General, kExpandKey, on ? QStringLiteral("1") : QStringLiteral("0"));
+            m_settings->set(keys::DoesExpandTree, on ? 1 : 0);
         setExpandAll(on);
     });
 
@@ -95,11 +90,11 @@ fSelKino::fSelKino(Settings* settings, Prompter& prompter, QWidget* parent)
 }
 
 int fSelKino::twipsToPixels(int twips) const {
-    return int(std::lround(double(twips) * logicalDpiX() / 1440.0));
+    return vkm::twipsToPixels(twips, logicalDpiX());
 }
 
 int fSelKino::pixelsToTwips(int pixels) const {
-    return int(std::lround(double(pixels) * 1440.0 / logicalDpiX()));
+    return vkm::pixelsToTwips(pixels, logicalDpiX());
 }
 
 void fSelKino::showLocal(const QString& text, int style) {
@@ -109,35 +104,33 @@ void fSelKino::showLocal(const QString& text, int style) {
 bool fSelKino::ensureSettings() {
     if (!m_settings)
         return false;
-    bool ok = m_settings->ensure(Section::General, kExpandKey, QStringLiteral("0"));
-    const QString p = settingPrefix();
-    ok = m_settings->ensure(Section::Location, p + "Left", QString::number(kDefaultLeft)) && ok;
-    ok = m_settings->ensure(Section::Location, p + "Top", QString::number(kDefaultTop)) && ok;
-    ok = m_settings->ensure(Section::Location, p + "Width", QString::number(kDefaultWidth)) && ok;
-    ok = m_settings->ensure(Section::Location, p + "Height", QString::number(kDefaultHeight)) && ok;
+    bool ok = m_settings->ensure(keys::DoesExpandTree);
+    const PlacementKeys& p = placementKeys();
+    ok = m_settings->ensure(p.left) && ok;
+    ok = m_settings->ensure(p.top) && ok;
+    ok = m_settings->ensure(p.width) && ok;
+    ok = m_settings->ensure(p.height) && ok;
     return ok;
 }
 
 void fSelKino::placeWindow() {
-    const QString p = settingPrefix();
-    auto twips = [&](const QString& key, int fallback) {
-        return m_settings ? m_settings->readInt(Section::Location, p + key, fallback) : fallback;
-    };
-    const int w = std::max(twips(QStringLiteral("Width"), kDefaultWidth), kMinWidth);
-    const int h = std::max(twips(QStringLiteral("Height"), kDefaultHeight), kMinHeight);
-    setGeometry(twipsToPixels(twips(QStringLiteral("Left"), kDefaultLeft)),
-                twipsToPixels(twips(QStringLiteral("Top"), kDefaultTop)), twipsToPixels(w), twipsToPixels(h));
+    const PlacementKeys& p = placementKeys();
+    auto twips = [&](const IntKey& key) { return m_settings ? m_settings->value(key) : key.defaultValue; };
+    const int w = std::max(twips(p.width), kMinWidth);
+    const int h = std::max(twips(p.height), kMinHeight);
+    setGeometry(twipsToPixels(twips(p.left)), twipsToPixels(twips(p.top)), twipsToPixels(w),
+                twipsToPixels(h));
 }
 
 void fSelKino::SaveFormPosition() {
     if (!m_settings)
         return;
-    const QString p = settingPrefix();
+    const PlacementKeys& p = placementKeys();
     const QRect g = geometry();
-    m_settings->writeInt(Section::Location, p + "Left", pixelsToTwips(g.x()));
-    m_settings->writeInt(Section::Location, p + "Top", pixelsToTwips(g.y()));
-    m_settings->writeInt(Section::Location, p + "Width", pixelsToTwips(g.width()));
-    m_settings->writeInt(Section::Location, p + "Height", pixelsToTwips(g.height()));
+    m_settings->set(p.left, pixelsToTwips(g.x()));
+    m_settings->set(p.top, pixelsToTwips(g.y()));
+    m_settings->set(p.width, pixelsToTwips(g.width()));
+    m_settings->set(p.height, pixelsToTwips(g.height()));
 }
 
 void fSelKino::Form_Load() {
@@ -148,7 +141,7 @@ void fSelKino::Form_Load() {
     m_tv->setIconSize(QSize(16, 16));
     if (m_tv->topLevelItemCount() == 0)
         BuildTree();
-    const bool expand = m_settings && m_settings->readInt(Section::General, kExpandKey, 0) == 1;
+    const bool expand = m_settings && m_settings->value(keys::DoesExpandTree) == 1;
     m_chk->setChecked(expand);
 }
 
@@ -210,7 +203,7 @@ void fSelKino::BuildTree() {
             addStepNode(cat::STEP, kStepKey);
         }
     }
-    if (m_settings && m_settings->readInt(Section::General, kExpandKey, 0) == 1)
+    if (m_settings && m_settings->value(keys::DoesExpandTree) == 1)
         setExpandAll(true);
     if (VMKKind == 3) {
         BuildCategoryBar();

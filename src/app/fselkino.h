@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/settingkeys.h"
+
 #include <QDialog>
 #include <QHash>
 #include <QStringList>
@@ -60,9 +62,7 @@ public:
     QCheckBox* expandCheck() const { return m_chk; }
     QTreeWidgetItem* categoryNode(const QString& category) const;
     QTreeWidgetItem* findNodeByKey(const QString& key) const;
-    QString settingPrefix() const {
-        return In_or_Out == 2 ? QStringLiteral("fSelOut_") : QStringLiteral("fSelIn_");
-    }
+    const PlacementKeys& placementKeys() const { return In_or_Out == 2 ? keys::fSelOut : keys::fSelIn; }
 
     // Twips (1/1440 inch) and pixels at the screen's logical resolution.
     int twipsToPixels(int twips) const;

@@ -60,8 +60,7 @@ void MainWindow::buildToolBar() {
     connect(addToolButton(QStringLiteral("keyWARRANGE"), QStringLiteral("keyWARRANGE"), 196),
             &QAction::triggered, this, &MainWindow::tileHorizontally);
 
-    const bool captions =
-        !m_settings || m_settings->readBool(Section::General, QStringLiteral("DoesViewButtonCaption"), true);
+    const bool captions = !m_settings || m_settings->value(keys::DoesViewButtonCaption);
     showButtonCaptions(captions);
 }
 

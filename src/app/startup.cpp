@@ -56,8 +56,7 @@ QString Startup::defaultLockFile() {
 
 int Startup::pixelsToTwips(int pixels) {
     const QScreen* screen = QGuiApplication::primaryScreen();
-    const double dpi = screen ? screen->logicalDotsPerInchX() : 96.0;
-    return int(pixels * 1440.0 / (dpi > 0 ? dpi : 96.0) + 0.5);
+    return vkm::pixelsToTwips(pixels, screen ? screen->logicalDotsPerInchX() : 96.0);
 }
 
 bool Startup::run() {
@@ -140,11 +139,10 @@ void Startup::InitSettings() {
     if (!settings.CheckRegData(pixelsToTwips(widthPixels)))
         m_context.prompter->showMessage(2, 1);
     settings.writeCompanionPath(QDir::toNativeSeparators(paths::exeFolder()));
-    m_context.initialPath = settings.ReadReg(0, QStringLiteral("InitialPath"));
+    m_context.initialPath = settings.value(keys::InitialPath);
     if (!applyCodePageSetting(settings))
         reportError(ErrInvalidCall, QStringLiteral("InitSettings"),
-                    QStringLiteral("Unknown code page: ") +
-                        settings.read(Section::General, QStringLiteral("CodePage")));
+                    QStringLiteral("Unknown code page: ") + settings.value(keys::CodePage));
 }
 
 void Startup::placeMainWindow() {

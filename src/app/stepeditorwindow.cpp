@@ -32,7 +32,6 @@ namespace vkm {
 
 namespace {
 constexpr int kStepColumnTwips = 555;
-constexpr int kDefaultRemarkTwips = 1200;
 constexpr int kRowHeight = 24;
 
 // Data column widths in pixels by column kind: wide enough for a cell picture or a
@@ -95,9 +94,7 @@ void StepEditorWindow::closeEvent(QCloseEvent* event) {
 StepEditorWindow::StepEditorWindow(AppContext& context, int USRCMP, QWidget* parent)
     : QWidget(parent), m_context(context), m_usrcmp(USRCMP) {
     setObjectName(isComparison() ? QStringLiteral("fStepCmp") : QStringLiteral("fStep"));
-    const bool inpFirst =
-        m_context.settings &&
-        m_context.settings->readBool(Section::General, QStringLiteral("DoesLocateInpFirst"), false);
+    const bool inpFirst = m_context.settings && m_context.settings->value(keys::DoesLocateInpFirst);
     const CSelections& selout = m_context.selout ? *m_context.selout : emptyCatalogue();
     const CSelections& selinp = m_context.selinp ? *m_context.selinp : emptyCatalogue();
     m_editor =
@@ -124,14 +121,10 @@ StepEditorWindow::StepEditorWindow(AppContext& context, int USRCMP, QWidget* par
     }
     wireHooks();
 
-    const bool captions =
-        !m_context.settings ||
-        m_context.settings->readBool(Section::General, QStringLiteral("DoesViewButtonCaption"), true);
+    const bool captions = !m_context.settings || m_context.settings->value(keys::DoesViewButtonCaption);
     ShowButtonCaption(captions);
     const bool hint =
-        !isComparison() &&
-        (!m_context.settings ||
-         m_context.settings->readBool(Section::General, QStringLiteral("DoesViewInputMethod"), true));
+        !isComparison() && (!m_context.settings || m_context.settings->value(keys::DoesViewInputMethod));
     setHintVisible(hint);
     if (isComparison()) {
         for (const char* key : {"keyNew", "keyOPEN", "keySAVE", "keyCUT", "keyPASTE", "keyROWINSERT",
@@ -346,33 +339,30 @@ void StepEditorWindow::PrintHint() {
 }
 
 int StepEditorWindow::twipsToPixels(int twips) const {
-    return int(std::lround(double(twips) * logicalDpiX() / 1440.0));
+    return vkm::twipsToPixels(twips, logicalDpiX());
 }
 
 int StepEditorWindow::pixelsToTwips(int pixels) const {
-    return int(std::lround(double(pixels) * 1440.0 / logicalDpiX()));
+    return vkm::pixelsToTwips(pixels, logicalDpiX());
 }
 
 void StepEditorWindow::ControlRemarkColumn() {
     m_layingOut = true;
     m_grid->verticalHeader()->setFixedWidth(twipsToPixels(kStepColumnTwips));
     Settings* s = m_context.settings;
-    const bool show = !s || s->readBool(Section::General, QStringLiteral("DoesViewRemarkColumn"), true);
-    const int twips =
-        s ? s->readInt(Section::Location, QStringLiteral("RemarkColumnWidth"), kDefaultRemarkTwips)
-          : kDefaultRemarkTwips;
+    const bool show = s ? s->value(keys::DoesViewRemarkColumn) : keys::DoesViewRemarkColumn.defaultValue;
+    const int twips = s ? s->value(keys::RemarkColumnWidth) : keys::RemarkColumnWidth.defaultValue;
     const int col = StepSheet::GetcolRemark();
     m_grid->setColumnHidden(col, !show);
     if (show)
-        m_grid->setColumnWidth(col, twipsToPixels(twips > 0 ? twips : kDefaultRemarkTwips));
+        m_grid->setColumnWidth(col, twipsToPixels(twips > 0 ? twips : keys::RemarkColumnWidth.defaultValue));
     m_layingOut = false;
 }
 
 void StepEditorWindow::onSectionResized(int logicalIndex, int newSize) {
     if (m_layingOut || logicalIndex != StepSheet::GetcolRemark() || newSize <= 0 || !m_context.settings)
         return;
-    m_context.settings->writeInt(Section::Location, QStringLiteral("RemarkColumnWidth"),
-                                 pixelsToTwips(newSize));
+    m_context.settings->set(keys::RemarkColumnWidth, pixelsToTwips(newSize));
 }
 
 void StepEditorWindow::CheckColorCount() {

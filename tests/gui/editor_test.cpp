@@ -396,7 +396,7 @@ TEST(StepEditorToolbar, CaptionsMenusAndCommands) {
 }
 
 TEST(StepEditorWindowState, TitleRemarkColumnAndHintPane) {
-    Editor e(0, [](Settings& s) { s.writeInt(Section::Location, "RemarkColumnWidth", 2880); });
+    Editor e(0, [](Settings& s) { s.write(Section::Location, "RemarkColumnWidth", QString::number(2880)); });
     e.win->setDocumentPath("/data/prog/SEW1.GSP");
     EXPECT_EQ(e.win->windowTitle(), "SEW1.GSP");
     e.win->setAuthor("TANAKA");
@@ -411,11 +411,11 @@ TEST(StepEditorWindowState, TitleRemarkColumnAndHintPane) {
     EXPECT_EQ(e.grid()->columnWidth(1), 2 * e.win->logicalDpiX());
     EXPECT_EQ(e.grid()->verticalHeader()->width(), e.win->twipsToPixels(555));
     e.grid()->horizontalHeader()->resizeSection(1, e.win->logicalDpiX());
-    EXPECT_EQ(e.ts.settings->readInt(Section::Location, "RemarkColumnWidth"), 1440);
+    EXPECT_EQ(e.ts.settings->value(keys::RemarkColumnWidth), 1440);
 
     Editor hidden(0, [](Settings& s) {
-        s.writeBool(Section::General, "DoesViewRemarkColumn", false);
-        s.writeBool(Section::General, "DoesViewInputMethod", false);
+        s.write(Section::General, "DoesViewRemarkColumn", Settings::boolText(false));
+        s.write(Section::General, "DoesViewInputMethod", Settings::boolText(false));
     });
     EXPECT_TRUE(hidden.grid()->isColumnHidden(1));
     EXPECT_FALSE(hidden.win->HintVisible());

@@ -193,7 +193,7 @@ TEST(FSelKinoSelect, DoubleClickOnFunctionSelectsAndCancelReturnsOrgValueAndUnlo
     EXPECT_EQ(tv->topLevelItemCount(), 0) << "Cancel discards the tree";
     // The position was stored in twips under the input keys.
     EXPECT_FALSE(f.ts.settings->read(Section::Location, "fSelIn_Width").isEmpty());
-    EXPECT_GE(f.ts.settings->readInt(Section::Location, "fSelIn_Width"), 5400);
+    EXPECT_GE(f.ts.settings->value(keys::fSelIn_Width), 5400);
 }
 
 TEST(FSelKinoFind, CaseInsensitiveExactMatchAndNotFoundAsksAgain) {

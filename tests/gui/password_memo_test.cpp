@@ -82,7 +82,7 @@ protected:
         const QString setting = QStringLiteral(VKM_SOURCE_DIR "/data/setting");
         ASSERT_TRUE(selout.ReadSet6_7_8_9e(setting, QStringLiteral("Set08.e")));
         ASSERT_TRUE(selinp.ReadSet6_7_8_9e(setting, QStringLiteral("Set09.e")));
-        settings.settings->writeInt(Section::Location, QStringLiteral("Memo_FontSize"), 14);
+        settings.settings->write(Section::Location, QStringLiteral("Memo_FontSize"), QString::number(14));
         QDir(scratch.path()).mkdir(QStringLiteral("other"));
         docs.filePath(0) = scratch.file(QStringLiteral("PROG.GSP"));
     }

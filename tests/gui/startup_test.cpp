@@ -228,7 +228,8 @@ TEST(MainWindow, ArrangeStacksChildWindowsFullWidth) {
 
 TEST(MainWindow, CloseAsksTheHookAndFollowsCaptionSetting) {
     test::TempSettings store;
-    store.settings->writeBool(Section::General, QStringLiteral("DoesViewButtonCaption"), false);
+    store.settings->write(Section::General, QStringLiteral("DoesViewButtonCaption"),
+                          Settings::boolText(false));
     MainWindow window(store.settings.get());
     EXPECT_EQ(window.mainToolBar()->toolButtonStyle(), Qt::ToolButtonIconOnly);
     window.show();

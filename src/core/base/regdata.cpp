@@ -26,44 +26,41 @@ QString documentsFolder() {
 // edge of the main window, inside it.
 constexpr int kCustomEasyRightMargin = 2130 + 500;
 
-QString number(double value) {
-    return QString::number(value, 'g', 10);
+RegValue entry(const BoolKey& key) {
+    return {key.section, key.name, Settings::boolText(key.defaultValue)};
+}
+RegValue entry(const IntKey& key) {
+    return {key.section, key.name, QString::number(key.defaultValue)};
 }
 
 // The values every part of the program may read, in the order they are made sure of.
 std::vector<RegValue> headValues() {
-    const QString t = Settings::boolText(true);
-    const QString f = Settings::boolText(false);
     return {
-        {Section::FileInfo, "InitialPath", QDir::toNativeSeparators(paths::exeFolder())},
+        {keys::InitialPath.section, keys::InitialPath.name, QDir::toNativeSeparators(paths::exeFolder())},
         // Workbooks are written as .xlsx on this platform.
-        {Section::FileInfo, "LatestExcelFullFname",
+        {keys::LatestExcelFullFname.section, keys::LatestExcelFullFname.name,
          QDir::toNativeSeparators(documentsFolder() + QStringLiteral("/VKM_STEP.xlsx"))},
-        {Section::General, "DoesViewRemarkColumn", t},
-        {Section::General, "DoesViewButtonCaption", t},
-        {Section::General, "DoesViewInputMethod", t},
-        {Section::General, "DoesReplaceFunction", t},
-        {Section::General, "DoesAskInReplacing", t},
-        {Section::General, "DoesLocateInpFirst", f},
-        {Section::General, "DoesShowMsgInFinding", f},
-        {Section::General, "DoesShowPulseAutomatic", t},
-        {Section::General, "DispHelpCode", t},
-        {Section::General, "RemainHelpCode", f},
-        {Section::Location, "RemarkColumnWidth", QStringLiteral("1200")},
-        {Section::Location, "Memo_Width", QStringLiteral("10200")},
-        {Section::Location, "Memo_Height", QStringLiteral("7845")},
+        entry(keys::DoesViewRemarkColumn),
+        entry(keys::DoesViewButtonCaption),
+        entry(keys::DoesViewInputMethod),
+        entry(keys::DoesReplaceFunction),
+        entry(keys::DoesAskInReplacing),
+        entry(keys::DoesLocateInpFirst),
+        entry(keys::DoesShowMsgInFinding),
+        entry(keys::DoesShowPulseAutomatic),
+        entry(keys::DispHelpCode),
+        entry(keys::RemainHelpCode),
+        entry(keys::RemarkColumnWidth),
+        entry(keys::Memo_Width),
+        entry(keys::Memo_Height),
     };
 }
 
 std::vector<RegValue> tailValues() {
     return {
-        {Section::Location, "CustomEasy_Width", QStringLiteral("2130")},
-        {Section::Location, "CustomEasy_Height", QStringLiteral("11790")},
-        {Section::Location, "Pulse_Left", QStringLiteral("-9999")},
-        {Section::Location, "Pulse_Top", QStringLiteral("0")},
-        {Section::Location, "Memo_FontSize", QStringLiteral("10")},
-        {Section::Location, "Help_Top", QStringLiteral("0")},
-        {Section::Location, "Help_Left", QStringLiteral("0")},
+        entry(keys::CustomEasy_Width), entry(keys::CustomEasy_Height), entry(keys::Pulse_Left),
+        entry(keys::Pulse_Top),        entry(keys::Memo_FontSize),     entry(keys::Help_Top),
+        entry(keys::Help_Left),
     };
 }
 
@@ -82,18 +79,17 @@ bool Settings::CheckRegData(int mainWindowWidthTwips) {
         return false;
     // The position pair is created together and only when the left edge is missing, so
     // that a top edge the user kept is never reset on its own.
-    const QString left = QStringLiteral("CustomEasy_Left");
-    if (!contains(Section::Location, left)) {
-        if (!write(Section::Location, left, number(double(mainWindowWidthTwips) - kCustomEasyRightMargin)))
+    if (!contains(keys::CustomEasy_Left)) {
+        if (!set(keys::CustomEasy_Left, mainWindowWidthTwips - kCustomEasyRightMargin))
             return false;
-        if (!write(Section::Location, QStringLiteral("CustomEasy_Top"), QStringLiteral("2000")))
+        if (!set(keys::CustomEasy_Top, keys::CustomEasy_Top.defaultValue))
             return false;
     }
     return ensureAll(*this, tailValues());
 }
 
 bool applyCodePageSetting(const Settings& settings) {
-    const QString name = settings.read(Section::General, QStringLiteral("CodePage")).trimmed();
+    const QString name = settings.value(keys::CodePage).trimmed();
     if (name.isEmpty())
         return true;
     return LegacyText::setCodePage(name);

@@ -4,20 +4,10 @@
 
 #include <QFileInfo>
 #include <QSettings>
+#include <algorithm>
+#include <cmath>
 
 namespace vkm {
-
-QString sectionName(Section section) {
-    switch (section) {
-    case Section::FileInfo:
-        return QStringLiteral("FileInfo");
-    case Section::General:
-        return QStringLiteral("General");
-    case Section::Location:
-        return QStringLiteral("Location");
-    }
-    return {};
-}
 
 namespace {
 QString keyPath(Section section, const QString& key) {
@@ -69,17 +59,24 @@ bool Settings::textToBool(const QString& text, bool* ok) {
     return value;
 }
 
-bool Settings::readBool(Section section, const QString& key, bool fallback) const {
+bool Settings::value(const BoolKey& key) const {
     bool ok = false;
-    const bool v = textToBool(read(section, key), &ok);
-    return ok ? v : fallback;
+    const bool v = textToBool(read(key.section, QLatin1String(key.name)), &ok);
+    return ok ? v : key.defaultValue;
 }
 
-int Settings::readInt(Section section, const QString& key, int fallback) const {
-    const QString t = read(section, key);
+int Settings::value(const IntKey& key) const {
+    const QString t = read(key.section, QLatin1String(key.name)).trimmed();
     if (!isNumeric(t))
-        return fallback;
-    return int(leadingInteger(t));
+        return key.defaultValue;
+    const double v = leadingNumber(t);
+    if (v < double(key.min) || v > double(key.max))
+        return key.defaultValue;
+    return int(std::lround(v));
+}
+
+QString Settings::value(const TextKey& key) const {
+    return read(key.section, QLatin1String(key.name));
 }
 
 bool Settings::write(Section section, const QString& key, const QString& value) {
@@ -88,11 +85,16 @@ bool Settings::write(Section section, const QString& key, const QString& value) 
     return m_store->status() == QSettings::NoError;
 }
 
-bool Settings::writeBool(Section section, const QString& key, bool value) {
-    return write(section, key, boolText(value));
+bool Settings::set(const BoolKey& key, bool value) {
+    return write(key.section, QLatin1String(key.name), boolText(value));
 }
-bool Settings::writeInt(Section section, const QString& key, int value) {
-    return write(section, key, QString::number(value));
+
+bool Settings::set(const IntKey& key, int value) {
+    return write(key.section, QLatin1String(key.name), QString::number(std::clamp(value, key.min, key.max)));
+}
+
+bool Settings::set(const TextKey& key, const QString& value) {
+    return write(key.section, QLatin1String(key.name), value);
 }
 
 bool Settings::ensure(Section section, const QString& key, const QString& defaultValue) {
@@ -101,8 +103,16 @@ bool Settings::ensure(Section section, const QString& key, const QString& defaul
     return write(section, key, defaultValue);
 }
 
+bool Settings::ensure(const BoolKey& key) {
+    return ensure(key.section, QLatin1String(key.name), boolText(key.defaultValue));
+}
+
+bool Settings::ensure(const IntKey& key) {
+    return ensure(key.section, QLatin1String(key.name), QString::number(key.defaultValue));
+}
+
 void Settings::SaveInitialPath(const QString& path) {
-    write(Section::FileInfo, QStringLiteral("InitialPath"), path);
+    set(keys::InitialPath, path);
 }
 
 bool Settings::writeCompanionPath(const QString& exeFolder) {

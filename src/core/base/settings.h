@@ -1,15 +1,13 @@
 #pragma once
 
+#include "base/settingkeys.h"
+
 #include <QString>
 #include <memory>
 
 class QSettings;
 
 namespace vkm {
-
-enum class Section { FileInfo = 0, General = 1, Location = 2 };
-
-QString sectionName(Section section);
 
 // The per-user settings store: application name (the executable's base name),
 // section and key; every value is text, booleans are the words True and False.
@@ -26,16 +24,27 @@ public:
     QString ReadReg(int sectionCode, const QString& key) const;
     QString read(Section section, const QString& key) const;
     bool contains(Section section, const QString& key) const;
-    bool readBool(Section section, const QString& key, bool fallback = false) const;
-    int readInt(Section section, const QString& key, int fallback = 0) const;
 
-    // Stores the value; false when the store cannot be written.
+    // Typed values of the key table (settingkeys.h). A stored text that does not convert,
+    // or an integer outside the key's range, reads as the key's default.
+    bool value(const BoolKey& key) const;
+    int value(const IntKey& key) const;
+    QString value(const TextKey& key) const;
+    template <typename Key> bool contains(const Key& key) const {
+        return contains(key.section, QLatin1String(key.name));
+    }
+
+    // Stores the value; false when the store cannot be written. Integers are clamped
+    // into the key's range.
     bool write(Section section, const QString& key, const QString& value);
-    bool writeBool(Section section, const QString& key, bool value);
-    bool writeInt(Section section, const QString& key, int value);
+    bool set(const BoolKey& key, bool value);
+    bool set(const IntKey& key, int value);
+    bool set(const TextKey& key, const QString& value);
 
     // Makes sure the value exists, storing the default when it is missing.
     bool ensure(Section section, const QString& key, const QString& defaultValue);
+    bool ensure(const BoolKey& key);
+    bool ensure(const IntKey& key);
 
     // Makes sure every value of the start-up table exists (see regdata.cpp).
     // mainWindowWidthTwips: width of the main window, for the default of CustomEasy_Left.

@@ -128,11 +128,11 @@ void CSelectKino::ReadRegData() {
         m_blueHeron = true;
         return;
     }
-    const QString key = QStringLiteral("BlueHeron");
-    if (!m_settings->ensure(Section::General, key, Settings::boolText(true)))
+    if (!m_settings->ensure(keys::BlueHeron))
         m_prompter.showMessage(2, 1);
     bool ok = false;
-    const bool value = Settings::textToBool(m_settings->read(Section::General, key), &ok);
+    const bool value = Settings::textToBool(
+        m_settings->read(keys::BlueHeron.section, QLatin1String(keys::BlueHeron.name)), &ok);
     if (!ok) {
         reportError(ErrTypeMismatch, QStringLiteral("ReadRegData"));
         m_blueHeron = false;

@@ -75,8 +75,8 @@ TEST(CheckRegData, FirstStartCreatesEveryValueWithItsDefault) {
 TEST(CheckRegData, SecondStartChangesNothing) {
     vkm::test::TempSettings t;
     ASSERT_TRUE(t.settings->CheckRegData(15000));
-    t.settings->writeBool(Section::General, QStringLiteral("DoesViewRemarkColumn"), false);
-    t.settings->writeInt(Section::Location, QStringLiteral("Memo_Width"), 5000);
+    t.settings->write(Section::General, QStringLiteral("DoesViewRemarkColumn"), Settings::boolText(false));
+    t.settings->write(Section::Location, QStringLiteral("Memo_Width"), QString::number(5000));
     t.settings->write(Section::FileInfo, QStringLiteral("InitialPath"), QStringLiteral("/somewhere/else"));
     const auto before = snapshot(*t.settings);
     ASSERT_TRUE(t.settings->CheckRegData(30000)); // a wider window must not move the stored position
@@ -121,10 +121,10 @@ TEST(Settings, TogglesReadBackAsTheWordsTrueAndFalse) {
     const QString key = QStringLiteral("DoesReplaceFunction");
     const QString expected[] = {QStringLiteral("False"), QStringLiteral("True"), QStringLiteral("False")};
     for (const QString& word : expected) {
-        const bool current = t.settings->readBool(Section::General, key, false);
-        ASSERT_TRUE(t.settings->writeBool(Section::General, key, !current));
+        const bool current = t.settings->value(vkm::keys::DoesReplaceFunction);
+        ASSERT_TRUE(t.settings->set(vkm::keys::DoesReplaceFunction, !current));
         EXPECT_EQ(t.settings->ReadReg(1, key), word);
-        EXPECT_EQ(t.settings->readBool(Section::General, key, current), !current);
+        EXPECT_EQ(t.settings->value(vkm::keys::DoesReplaceFunction), !current);
     }
     // Re-opened from disk, the value is the same word.
     auto reopened = Settings::inFile(t.settings->fileName());
@@ -141,7 +141,40 @@ TEST(Settings, ReadRegSectionCodesAndMissingValues) {
     EXPECT_EQ(t.settings->ReadReg(2, QStringLiteral("K")), QStringLiteral("l"));
     EXPECT_EQ(t.settings->ReadReg(3, QStringLiteral("K")), QString());
     EXPECT_EQ(t.settings->ReadReg(1, QStringLiteral("CommPort")), QString());
-    EXPECT_EQ(t.settings->readInt(Section::General, QStringLiteral("K"), -5), -5);
+}
+
+TEST(Settings, TypedValuesFallBackToTheirDefaultsAndStayInRange) {
+    vkm::test::TempSettings t;
+    using namespace vkm;
+    // Missing, garbage and out-of-range texts read as the key's default.
+    EXPECT_EQ(t.settings->value(keys::Memo_FontSize), 10);
+    t.settings->write(Section::Location, QStringLiteral("Memo_FontSize"), QStringLiteral("big"));
+    EXPECT_EQ(t.settings->value(keys::Memo_FontSize), 10);
+    t.settings->write(Section::Location, QStringLiteral("Memo_FontSize"), QStringLiteral("99"));
+    EXPECT_EQ(t.settings->value(keys::Memo_FontSize), 10);
+    t.settings->write(Section::Location, QStringLiteral("Memo_FontSize"), QStringLiteral("14"));
+    EXPECT_EQ(t.settings->value(keys::Memo_FontSize), 14);
+    // A written integer is clamped into the key's range.
+    ASSERT_TRUE(t.settings->set(keys::Memo_FontSize, 3));
+    EXPECT_EQ(t.settings->ReadReg(2, QStringLiteral("Memo_FontSize")), QStringLiteral("9"));
+    // Negative positions are legal where the key allows them.
+    ASSERT_TRUE(t.settings->set(keys::Pulse_Left, keys::kPulseNotPlaced));
+    EXPECT_EQ(t.settings->value(keys::Pulse_Left), -9999);
+    // Booleans: the words in any case, numbers as C would read them, anything else the default.
+    t.settings->write(Section::General, QStringLiteral("DoesAskInReplacing"), QStringLiteral("false"));
+    EXPECT_FALSE(t.settings->value(keys::DoesAskInReplacing));
+    t.settings->write(Section::General, QStringLiteral("DoesAskInReplacing"), QStringLiteral("maybe"));
+    EXPECT_TRUE(t.settings->value(keys::DoesAskInReplacing));
+    t.settings->write(Section::General, QStringLiteral("DoesLocateInpFirst"), QStringLiteral("-1"));
+    EXPECT_TRUE(t.settings->value(keys::DoesLocateInpFirst));
+}
+
+TEST(Settings, TwipsAndPixels) {
+    EXPECT_EQ(vkm::twipsToPixels(1440, 96), 96);
+    EXPECT_EQ(vkm::twipsToPixels(1200, 96), 80);
+    EXPECT_EQ(vkm::pixelsToTwips(80, 96), 1200);
+    EXPECT_EQ(vkm::pixelsToTwips(1, 120), 12);
+    EXPECT_EQ(vkm::twipsToPixels(1440, 0), 96); // an unknown resolution counts as 96 dpi
 }
 
 TEST(Settings, SaveInitialPathAndCompanionValue) {

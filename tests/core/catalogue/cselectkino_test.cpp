@@ -71,7 +71,7 @@ TEST_F(KinoFixture, ElevenPathsInTheWorkingFolder) {
 
 TEST_F(KinoFixture, BlueHeronDecidesWhetherTheUnpackedFilesStay) {
     for (const bool blueHeron : {true, false}) {
-        store.settings->writeBool(Section::General, "BlueHeron", blueHeron);
+        store.settings->write(Section::General, "BlueHeron", vkm::Settings::boolText(blueHeron));
         CSelectKino kino = kinoFor(vkm::test::bundledArchive());
         ASSERT_TRUE(kino.DoneMelt()) << blueHeron;
         EXPECT_EQ(filesIn(work), vkm::settingFileNames());
@@ -83,7 +83,7 @@ TEST_F(KinoFixture, BlueHeronDecidesWhetherTheUnpackedFilesStay) {
 
 TEST_F(KinoFixture, StaleFilesAreDeletedBeforeUnpacking) {
     // A file left from an earlier archive must not pass the presence check.
-    store.settings->writeBool(Section::General, "BlueHeron", true);
+    store.settings->write(Section::General, "BlueHeron", vkm::Settings::boolText(true));
     QDir().mkpath(work);
     QFile stale(work + "/Set07.e");
     ASSERT_TRUE(stale.open(QIODevice::WriteOnly));
