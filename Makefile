@@ -4,6 +4,8 @@ BUILD ?= build
 ASAN_BUILD ?= build-asan
 SAMPLE ?= data/samples/counter.gsp
 SCREENSHOT ?= $(BUILD)/run-screenshot.png
+# Extra CMake options for both builds (CI passes -DVKM_WERROR=ON).
+CMAKE_EXTRA_ARGS ?=
 export QT_QPA_PLATFORMTHEME :=
 
 .PHONY: deps build build-asan run test test-normal test-asan bench clean
@@ -11,16 +13,12 @@ export QT_QPA_PLATFORMTHEME :=
 deps:
 	@scripts/install-deps.sh
 
-$(BUILD)/CMakeCache.txt:
-	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo
-
-build: deps $(BUILD)/CMakeCache.txt
+build: deps
+	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo $(CMAKE_EXTRA_ARGS) >/dev/null
 	cmake --build $(BUILD) -j$(JOBS)
 
-$(ASAN_BUILD)/CMakeCache.txt:
-	cmake -S . -B $(ASAN_BUILD) -DCMAKE_BUILD_TYPE=Debug -DVKM_SANITIZE=ON
-
-build-asan: deps $(ASAN_BUILD)/CMakeCache.txt
+build-asan: deps
+	cmake -S . -B $(ASAN_BUILD) -DCMAKE_BUILD_TYPE=Debug -DVKM_SANITIZE=ON $(CMAKE_EXTRA_ARGS) >/dev/null
 	cmake --build $(ASAN_BUILD) -j$(JOBS)
 
 run: build
@@ -36,7 +34,9 @@ test-normal: build
 	cd $(BUILD) && ctest --output-on-failure -j$(JOBS)
 
 test-asan: build-asan
-	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1 \
+		LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp:print_suppressions=0 \
+		UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 		ctest --output-on-failure -j$(JOBS)
 
 test: test-normal test-asan

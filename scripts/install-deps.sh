@@ -4,13 +4,16 @@
 set -euo pipefail
 
 PACKAGES=(
-    build-essential cmake pkg-config
-    qt6-base-dev qt6-base-dev-tools qt6-serialport-dev qt6-tools-dev-tools libgl1-mesa-dev
-    libarchive-dev libarchive-tools lhasa
-    libxlsxwriter-dev
-    libgtest-dev
-    xvfb xauth x11-apps fontconfig fonts-dejavu-core
-    python3
+    # build
+    build-essential cmake pkg-config clang-format
+    qt6-base-dev qt6-serialport-dev libgl1-mesa-dev
+    libarchive-dev libxlsxwriter-dev libgtest-dev
+    # the editor under a virtual display (make run without a display, screenshots)
+    xvfb xauth
+    # fonts: Latin for the grid, Japanese for catalogue texts in code page 932
+    fontconfig fonts-dejavu-core fonts-ipafont-gothic
+    # tests: fixture generators, PDF text and pages of the printed sheet
+    python3 poppler-utils
 )
 
 missing=()
@@ -21,10 +24,16 @@ for p in "${PACKAGES[@]}"; do
 done
 [ ${#missing[@]} -eq 0 ] && exit 0
 
-SUDO=""
+SUDO=()
 if [ "$(id -u)" -ne 0 ]; then
-    SUDO="sudo"
+    if ! command -v sudo >/dev/null 2>&1; then
+        echo "These Debian packages are missing: ${missing[*]}" >&2
+        echo "Install them as root:" >&2
+        echo "  apt-get update && apt-get install -y --no-install-recommends ${missing[*]}" >&2
+        exit 1
+    fi
+    SUDO=(sudo)
 fi
 echo "Installing: ${missing[*]}"
-$SUDO apt-get update -qq
-DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+"${SUDO[@]}" apt-get update -qq
+DEBIAN_FRONTEND=noninteractive "${SUDO[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
