@@ -3,6 +3,7 @@
 #include "command.h"
 
 #include "base/messages.h"
+#include "sheet/sheetexit.h"
 #include "sheet/stepsheeteditor.h"
 
 namespace vkm::cli {
@@ -18,7 +19,8 @@ int runCheck(const QStringList& args, CliContext& ctx) {
     StepSheetEditor editor(ctx.selout(), ctx.selinp(), recorder, false, false);
     editor.PasteData(program);
     ctx.out().setEncoding(QStringConverter::Utf8);
-    if (editor.ExactInput()) {
+    CSteps saved;
+    if (ProgramCanLeave(editor, program, recorder, saved)) {
         ctx.out() << "OK\n";
         return 0;
     }

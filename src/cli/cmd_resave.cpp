@@ -4,6 +4,7 @@
 #include "command.h"
 
 #include "link/machinefiles.h"
+#include "sheet/sheetexit.h"
 #include "sheet/stepsheeteditor.h"
 
 namespace vkm::cli {
@@ -18,13 +19,9 @@ int runResave(const QStringList& args, CliContext& ctx) {
     // The console prompter prints a failing check's message as the editor would show it.
     StepSheetEditor editor(ctx.selout(), ctx.selinp(), ctx.prompter(), false, false);
     editor.PasteData(program);
-    if (!editor.ExactInput())
-        return 1;
     CSteps saved;
-    if (!editor.Update_step(program, saved)) {
-        ctx.prompter().showMessage(80, 2); // "Make sure that all the information are set."
+    if (!ProgramCanLeave(editor, program, ctx.prompter(), saved))
         return 1;
-    }
     const QString image = CreateTempName(1, eUSR);
     if (!saved.SaveData(image, true, ctx.selout(), ctx.selinp()) ||
         !CopyFiles(image, args[1], ctx.prompter())) {

@@ -46,7 +46,9 @@ expect_check range.gsp 1 "Delay value is out of range.
 row 1 column 5"
 expect_check edge.gsp 1 "You must input EMAKE at OUTPUT when EDGE is input at INPUT.
 row - column -"
-expect_check unknown.gsp 0 "OK"
+# check reports what a save would report: the unknown function blocks its row.
+expect_check unknown.gsp 1 "Make sure that all the information are set.
+row - column -"
 
 # Saving through the editor keeps what the program says.
 "$CLI" resave "$WORK/ok.gsp" "$WORK/ok2.gsp" 2> "$WORK/err" || bad "resave ok.gsp: $(cat "$WORK/err")"

@@ -8,6 +8,7 @@
 #include "document/memorules.h"
 #include "document/passwordrules.h"
 #include "link/machinefiles.h"
+#include "sheet/sheetexit.h"
 #include "sheet/stepsheeteditor.h"
 
 #include <QDir>
@@ -167,10 +168,8 @@ bool StepDocument::SaveStepData(bool saveAs) {
     }
 
     CSteps saved;
-    if (!m_editor.Update_step(program(), saved)) {
-        prompter.showMessage(80, 1);
+    if (!ProgramFromSheet(m_editor, program(), prompter, saved))
         return false;
-    }
     const QString image = CreateTempName(1, 0);
     if (!saved.SaveData(image, askName, m_owner.selout(), m_owner.selinp(), m_owner.clock())) {
         prompter.showMessage(50, 1);

@@ -2,6 +2,7 @@
 
 #include "base/prompter.h"
 #include "link/machinefiles.h"
+#include "sheet/sheetexit.h"
 #include "sheet/stepsheeteditor.h"
 
 namespace vkm {
@@ -9,10 +10,8 @@ namespace vkm {
 QString GetFileNameToTransfer(const StepSheetEditor& editor, const CSteps& current, Prompter& prompter,
                               const Clock& clock) {
     CSteps program;
-    if (!editor.Update_step(current, program)) {
-        prompter.showMessage(80, 2); // "Make sure that all the information are set."
+    if (!ProgramFromSheet(editor, current, prompter, program))
         return {};
-    }
     return transferFileForProgram(program, editor.selout(), editor.selinp(), prompter, clock);
 }
 
