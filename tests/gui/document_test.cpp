@@ -74,7 +74,7 @@ TEST_F(DocumentCommands, MemoWindowIsModelessSingleAndBlocksNew) {
     EXPECT_EQ(prompter.numbers(), std::vector<int>({72}));
 
     memo->close();
-    QTRY_VERIFY(controller->memoWindow() == nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return controller->memoWindow() == nullptr; }));
     prompter.clear();
     EXPECT_TRUE(controller->handleKey(0, QStringLiteral("keyNew"), false));
     EXPECT_TRUE(prompter.numbers().empty());
@@ -88,6 +88,7 @@ TEST_F(DocumentCommands, OpenAsksAboutUnsavedChangesFirst) {
     EXPECT_TRUE(prompter.fileRequests().empty()) << "Cancel opens no dialog";
     prompter.clear();
     prompter.queueAnswer(Answer::No);
+    prompter.queueFileName(QString()); // the open dialog is cancelled
     controller->handleKey(0, QStringLiteral("keyREAD_USER1"), true);
     ASSERT_EQ(prompter.fileRequests().size(), 1u);
     EXPECT_EQ(prompter.fileRequests()[0].title, QStringLiteral("Open user file."));

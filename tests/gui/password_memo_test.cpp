@@ -70,9 +70,9 @@ TEST(PasswordDialog, ComparisonValuesAreShownReadOnlyAndFocusSelectsTheWholeText
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&user));
     user.activateWindow();
     user.txtAuthor()->setFocus();
-    QTRY_COMPARE(user.txtAuthor()->selectedText(), QStringLiteral("Ann"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return user.txtAuthor()->selectedText() == QStringLiteral("Ann"); }));
     user.txtPassword()->setFocus();
-    QTRY_COMPARE(user.txtPassword()->selectedText(), QStringLiteral("pw"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return user.txtPassword()->selectedText() == QStringLiteral("pw"); }));
 }
 
 // The memo window over real documents and a settings store of its own.

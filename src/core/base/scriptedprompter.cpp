@@ -12,23 +12,28 @@ bool asks(int style) {
     return s.valid && s.buttons != BoxButtons::Ok && s.buttons != BoxButtons::None;
 }
 
-// The answer a box gives when its default button is pressed.
-Answer defaultButton(int style) {
-    const BoxStyle s = boxStyle(style);
-    switch (s.buttons) {
-    case BoxButtons::YesNo:
-        return s.secondButtonDefault ? Answer::No : Answer::Yes;
-    case BoxButtons::YesNoCancel:
-        return Answer::Yes;
-    case BoxButtons::OkCancel:
-        return Answer::Ok;
-    default:
-        return Answer::None;
-    }
+// What nobody at the keyboard answers: No, or Cancel where the box has no No.
+Answer refusal(int style) {
+    return boxStyle(style).buttons == BoxButtons::OkCancel ? Answer::Cancel : Answer::No;
+}
+
+ScriptedPrompter::UnscriptedHandler& unscriptedHandler() {
+    static ScriptedPrompter::UnscriptedHandler handler;
+    return handler;
 }
 } // namespace
 
-Answer ScriptedPrompter::answerFor(int style) {
+void ScriptedPrompter::setUnscriptedHandler(UnscriptedHandler handler) {
+    unscriptedHandler() = std::move(handler);
+}
+
+void ScriptedPrompter::unscripted(const QString& what) {
+    ++m_unscripted;
+    if (unscriptedHandler())
+        unscriptedHandler()(what);
+}
+
+Answer ScriptedPrompter::answerFor(int style, const QString& text) {
     if (!asks(style))
         return Answer::None;
     if (!m_answers.empty()) {
@@ -36,24 +41,30 @@ Answer ScriptedPrompter::answerFor(int style) {
         m_answers.pop_front();
         return a;
     }
-    return m_default;
+    if (m_default)
+        return *m_default;
+    unscripted(QStringLiteral("question without a scripted answer: ") + text);
+    return refusal(style);
 }
 
 Answer ScriptedPrompter::showMessage(int number, int style, const QString& a1, const QString& a2,
                                      const QString& a3) {
     m_shown.push_back({number, style, messageText(number, a1, a2, a3), a1, a2, a3});
-    return answerFor(style);
+    return answerFor(style, m_shown.back().text);
 }
 
 Answer ScriptedPrompter::showText(const QString& text, int style) {
     m_shown.push_back({0, style, text, {}, {}, {}});
-    return answerFor(style);
+    return answerFor(style, text);
 }
 
 std::optional<QString> ScriptedPrompter::inputText(const QString&, const QString& prompt, const QString&) {
     m_prompts << prompt;
-    if (m_inputs.empty())
+    if (m_inputs.empty()) {
+        if (!m_cancelDialogs)
+            unscripted(QStringLiteral("input box without a scripted answer: ") + prompt);
         return std::nullopt;
+    }
     auto v = m_inputs.front();
     m_inputs.pop_front();
     return v;
@@ -61,8 +72,11 @@ std::optional<QString> ScriptedPrompter::inputText(const QString&, const QString
 
 QString ScriptedPrompter::openFileName(const FileDialogRequest& request) {
     m_requests.push_back(request);
-    if (m_files.empty())
+    if (m_files.empty()) {
+        if (!m_cancelDialogs)
+            unscripted(QStringLiteral("file dialog without a scripted answer: ") + request.title);
         return {};
+    }
     const QString f = m_files.front();
     m_files.pop_front();
     return f;
@@ -99,7 +113,14 @@ Answer ConsolePrompter::showText(const QString& text, int style) {
         return Answer::None;
     m_last = text;
     std::fprintf(stderr, "%s\n", text.toUtf8().constData());
-    return defaultButton(style);
+    if (!asks(style))
+        return Answer::None;
+    if (!m_answers.empty()) {
+        const Answer a = m_answers.front();
+        m_answers.pop_front();
+        return a;
+    }
+    return refusal(style);
 }
 
 } // namespace vkm

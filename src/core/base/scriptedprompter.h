@@ -4,12 +4,17 @@
 
 #include <QStringList>
 #include <deque>
+#include <functional>
+#include <optional>
 #include <vector>
 
 namespace vkm {
 
-// A prompter that answers from a script and records what was shown: used by the
-// tests of every flow and by headless tools.
+// A prompter that answers from a script and records what was shown: used by the tests of
+// every flow. A question, input box or file dialog that finds its script empty is an
+// unscripted question: it is answered No or Cancel and reported to the unscripted handler
+// (the test programs install one that fails the running test), unless the script has a
+// default answer for it.
 class ScriptedPrompter : public Prompter {
 public:
     struct Shown {
@@ -20,13 +25,23 @@ public:
     };
 
     // Answers handed out in order to showMessage/showText calls of styles that ask.
-    // When the script is empty, a question gets defaultAnswer (No unless set).
     void queueAnswer(Answer a) { m_answers.push_back(a); }
+    // The answer to every question once the script is empty (instead of a report).
     void setDefaultAnswer(Answer a) { m_default = a; }
-    // Answers for input boxes (nullopt = Cancel); empty script: Cancel.
+    // Answers for input boxes (nullopt = Cancel).
     void queueInput(std::optional<QString> text) { m_inputs.push_back(std::move(text)); }
-    // Answers for file and folder dialogs ("" = Cancel); empty script: Cancel.
+    // Answers for file and folder dialogs ("" = Cancel).
     void queueFileName(const QString& path) { m_files.push_back(path); }
+    // Input boxes and file dialogs with an empty script are cancelled without a report.
+    void setCancelDialogsByDefault(bool on) { m_cancelDialogs = on; }
+
+    // Called with a description of every unscripted question, in every ScriptedPrompter.
+    using UnscriptedHandler = std::function<void(const QString& what)>;
+    static void setUnscriptedHandler(UnscriptedHandler handler);
+    // How many unscripted questions this prompter met.
+    int unscriptedCount() const { return m_unscripted; }
+    // Answers still waiting in the script (a test can expect all of them used).
+    std::size_t pendingAnswers() const { return m_answers.size() + m_inputs.size() + m_files.size(); }
 
     Answer showMessage(int number, int style, const QString& a1 = {}, const QString& a2 = {},
                        const QString& a3 = {}) override;
@@ -45,20 +60,25 @@ public:
     void clear();
 
 private:
-    Answer answerFor(int style);
+    Answer answerFor(int style, const QString& text);
+    void unscripted(const QString& what);
     std::deque<Answer> m_answers;
     std::deque<std::optional<QString>> m_inputs;
     std::deque<QString> m_files;
-    Answer m_default = Answer::No;
+    std::optional<Answer> m_default;
+    bool m_cancelDialogs = false;
+    int m_unscripted = 0;
     std::vector<Shown> m_shown;
     std::vector<FileDialogRequest> m_requests;
     QStringList m_prompts;
 };
 
-// Writes every message to stderr and answers questions with their default button
-// (for the command-line tool).
+// Writes every message to stderr and answers questions for a user who is not there (the
+// command-line tool): the answers it was given, in order, then No (Cancel where the box
+// has no No). Input boxes and file dialogs are cancelled.
 class ConsolePrompter : public Prompter {
 public:
+    void queueAnswer(Answer a) { m_answers.push_back(a); }
     Answer showMessage(int number, int style, const QString& a1 = {}, const QString& a2 = {},
                        const QString& a3 = {}) override;
     Answer showText(const QString& text, int style) override;
@@ -73,6 +93,7 @@ public:
 
 private:
     QString m_last;
+    std::deque<Answer> m_answers;
 };
 
 } // namespace vkm

@@ -23,8 +23,8 @@ bool checkArchivePresent(const QString& archivePath, Prompter& prompter);
 // folder, checks that they are all there and removes them again after loading (unless the
 // maker switch BlueHeron says to keep them).
 //
-// The function selection dialogs that the original loader also owned live in the GUI; this
-// class is the core part only.
+// The function selection dialogs that are prepared together with the catalogues live in the
+// GUI; this class is the part without widgets.
 class CSelectKino {
 public:
     // settings: the per-user store holding "General"/"BlueHeron" (created as True when

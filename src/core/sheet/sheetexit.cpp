@@ -6,16 +6,15 @@
 namespace vkm {
 
 bool ProgramFromSheet(const StepSheetEditor& editor, const CSteps& current, Prompter& prompter, CSteps& out,
-                      int style)
-{
+                      int style) {
     if (editor.Update_step(current, out))
         return true;
     prompter.showMessage(80, style); // "Make sure that all the information are set."
     return false;
 }
 
-bool ProgramCanLeave(StepSheetEditor& editor, const CSteps& current, Prompter& prompter, CSteps& out, int style)
-{
+bool ProgramCanLeave(StepSheetEditor& editor, const CSteps& current, Prompter& prompter, CSteps& out,
+                     int style) {
     return editor.ExactInput() && ProgramFromSheet(editor, current, prompter, out, style);
 }
 

@@ -24,7 +24,8 @@ constexpr quint32 Disabled = 0xD0D0D0;     // a disabled (REM) row
 constexpr quint32 CategoryText = 0x808080; // small grey category name in function cells
 } // namespace sheetcolor
 
-// What a column holds. The numbers are the machine editor's column kinds.
+// What a column holds. The numbers are the column kinds the clipboard text and the
+// find window use.
 enum ColKind {
     KindStep = 0,
     KindRemark = 1,

@@ -297,6 +297,7 @@ TEST_F(DocumentLife, NewAndClosingAskAboutUnsavedChanges) {
 
     docs->user().setChanged(true);
     prompter.queueAnswer(Answer::Yes); // save, but the dialog is cancelled: a new path is needed
+    prompter.queueFileName(QString());
     EXPECT_FALSE(docs->canCloseApplication());
 }
 
@@ -341,6 +342,7 @@ TEST_F(DocumentLife, InitialPathIsChosenWithAFolderDialogAndStored) {
     TempSettings ts;
     Documents withSettings(prompter, ts.settings.get(), selout, selinp, *userEditor, *comparisonEditor,
                            "/start");
+    prompter.queueFileName(QString()); // Cancel
     EXPECT_FALSE(withSettings.InitialPathCommand());
     EXPECT_EQ(withSettings.initialPath(), QStringLiteral("/start"));
     prompter.queueFileName(scratch.path());

@@ -50,8 +50,8 @@ public:
     Answer showMessage(int number, int style, const QString& a1, const QString& a2,
                        const QString& a3) override {
         QDir().mkpath(m_dir);
-        ScriptedPrompter::showMessage(number, style, a1, a2, a3);
-        return Answer::Ok;
+        queueAnswer(Answer::Ok); // the disk is in: OK
+        return ScriptedPrompter::showMessage(number, style, a1, a2, a3);
     }
 
 private:
