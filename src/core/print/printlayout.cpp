@@ -219,15 +219,16 @@ void StepPrintLayout::writeStep(PrintSheet& sheet, int row, const CStep& step, c
 
 void StepPrintLayout::writeOutputs(PrintSheet& sheet, int row, const CStep& step, const StepSheet& shown,
                                    int shownRow) const {
-    if (!step.outs)
-        return;
-    for (const auto& out : *step.outs) {
-        if (!out || (out->Block != 1 && out->Block != 2))
-            continue;
-        const int pc = outputColumn(out->Block);
-        const int sc = shown.outputGroupCol(out->Block);
+    if (!step.outs || step.outs->Count() == 0)
+        return; // a row with a remark only
+    for (int block = 1; block <= 2; ++block) {
+        // An unused output: its function is -1 where the editor saved the step, the output
+        // is missing where a program file held an empty record.
+        const auto out = step.outs->Item(QString::number(block));
+        const int pc = outputColumn(block);
+        const int sc = shown.outputGroupCol(block);
         const QString function = shown.text(shownRow, sc);
-        if (out->Kino == -1 || function == kStar) {
+        if (!out || out->Kino == -1 || function == kStar) {
             fillStars(sheet, row, pc, 5);
             continue;
         }

@@ -99,15 +99,23 @@ TEST_F(PrintLayoutTest, StepsPrintAsTheEditorShowsThem) {
     addEmptyRow(p);                                                                                     // 6
     p.Add(std::make_shared<CStepOuts>(), std::make_shared<CStepInps>(), "only a remark", false, false); // 7
     addRow(p, c, {{257, LogicHigh, DelayStc, 4}}, {{256, StatePosLev, RelEnd}}, {}, true);              // 8
+    {
+        // 9: one output only, as a program file with an empty second record reads.
+        auto o = std::make_shared<CStepOuts>();
+        o->Add(1, 256, LogicLow, DelayStc, 2, c.selout);
+        auto in = std::make_shared<CStepInps>();
+        in->Add(1, 256, StatePosLev, RelEnd);
+        p.Add(o, in, {}, false, false);
+    }
     padRows(p);
 
     const PrintSheet s = build(p);
-    // Rows 3 to 10 hold the eight steps; nothing is printed for the empty rows after them.
-    for (int step = 1; step <= 8; ++step) {
+    // Rows 3 to 11 hold the nine steps; nothing is printed for the empty rows after them.
+    for (int step = 1; step <= 9; ++step) {
         EXPECT_EQ(s.cell(step + 1, 0).type, PrintCell::Type::Number);
         EXPECT_EQ(s.cell(step + 1, 0).number, step);
     }
-    EXPECT_EQ(s.lastUsedRow(), 9);
+    EXPECT_EQ(s.lastUsedRow(), 10);
 
     struct Expect {
         int row;
@@ -127,7 +135,8 @@ TEST_F(PrintLayoutTest, StepsPrintAsTheEditorShowsThem) {
         {6, "F", ""},      {6, "G", ""},       {6, "H", star},   {6, "M", "ALL"},   {6, "O", star},
         {6, "P", "END"},   {7, "C", "RETURN"}, {7, "E", "RET"},  {7, "F", ""},      {7, "H", star},
         {7, "M", star},    {7, "AB", star},    {8, "C", ""},     {8, "B", ""},      {9, "B", "only a remark"},
-        {9, "C", ""},
+        {9, "C", ""},      {9, "H", ""},       {11, "C", "OUT"}, {11, "G", "2"},    {11, "H", star},
+        {11, "L", star},
     };
     for (const Expect& e : cells)
         EXPECT_EQ(text(s, e.row, e.column), e.value) << e.column << e.row;
