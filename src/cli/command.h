@@ -5,6 +5,7 @@
 #include <QTextStream>
 #include <functional>
 #include <map>
+#include <set>
 
 namespace vkm::cli {
 
@@ -22,6 +23,13 @@ std::map<QString, Command>& commandRegistry();
 
 struct CommandRegistration {
     explicit CommandRegistration(Command c) { commandRegistry()[c.name] = std::move(c); }
+};
+
+// Commands that draw pages (fonts, painting) run under a GUI application object instead
+// of a core one; main() creates it, drawing off screen.
+std::set<QString>& guiCommands();
+struct GuiCommandRegistration {
+    explicit GuiCommandRegistration(const QString& name) { guiCommands().insert(name); }
 };
 
 } // namespace vkm::cli

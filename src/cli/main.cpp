@@ -2,6 +2,8 @@
 #include "command.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
+#include <memory>
 
 using namespace vkm::cli;
 
@@ -9,6 +11,10 @@ namespace vkm::cli {
 std::map<QString, Command>& commandRegistry() {
     static std::map<QString, Command> registry;
     return registry;
+}
+std::set<QString>& guiCommands() {
+    static std::set<QString> names;
+    return names;
 }
 } // namespace vkm::cli
 
@@ -20,8 +26,30 @@ static int usage(QTextStream& s) {
     return 2;
 }
 
+// The command named on the command line, read before the application object exists
+// ("" when there is none).
+static QString commandName(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        const QString arg = QString::fromLocal8Bit(argv[i]);
+        if (arg == QLatin1String("--archive"))
+            ++i;
+        else if (!arg.startsWith(QLatin1String("--")))
+            return arg;
+    }
+    return {};
+}
+
 int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
+    std::unique_ptr<QCoreApplication> application;
+    if (guiCommands().count(commandName(argc, argv))) {
+        // No window is ever shown: draw off screen, with or without a display.
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        application = std::make_unique<QGuiApplication>(argc, argv);
+    } else {
+        application = std::make_unique<QCoreApplication>(argc, argv);
+    }
+    QCoreApplication& app = *application;
     QStringList args = app.arguments().mid(1);
     QString archive;
     while (!args.isEmpty() && args.first().startsWith(QLatin1String("--"))) {
