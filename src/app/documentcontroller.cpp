@@ -6,6 +6,7 @@
 #include "finpmemo.h"
 #include "finppassword.h"
 #include "mainwindow.h"
+#include "printcontroller.h"
 #include "stepeditorwindow.h"
 
 #include <QAction>
@@ -33,6 +34,7 @@ DocumentController::DocumentController(AppContext& context, StepSheetEditor& use
         return fInpPassword::InpPwd(usrcmp, password, author, *m_context.prompter, m_dialogParent);
     };
     m_opener = [](const QString& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(path)); };
+    m_print = std::make_unique<PrintController>(context, *m_documents, dialogParent);
 }
 
 DocumentController::~DocumentController() {
@@ -114,6 +116,10 @@ bool DocumentController::handleKey(int usrcmp, const QString& key, bool fromMenu
         if (!fromMenu)
             return false; // the remark button of the grid, not the memo
         openMemoWindow(usrcmp);
+        return true;
+    }
+    if (key == QLatin1String("keyPRINT")) {
+        m_print->PrintOp(usrcmp); // both editors print
         return true;
     }
     if (!documentKeys().contains(key))

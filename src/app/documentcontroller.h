@@ -16,6 +16,7 @@ struct AppContext;
 class StepSheetEditor;
 class fInpMemo;
 class MainWindow;
+class PrintController;
 class StepEditorWindow;
 
 // What the controller needs of the editor windows, filled in by whoever creates them.
@@ -63,6 +64,9 @@ public:
     // Tests replace the desktop's opener of files.
     void setOpener(std::function<bool(const QString&)> opener) { m_opener = std::move(opener); }
 
+    // The print command of both editors ("keyPRINT").
+    PrintController& printController() { return *m_print; }
+
     // The main window's close question: false keeps the application open.
     bool canCloseApplication() { return m_documents->canCloseApplication(); }
     // The user editor's own close button.
@@ -75,6 +79,7 @@ public:
 private:
     AppContext& m_context;
     std::unique_ptr<Documents> m_documents;
+    std::unique_ptr<PrintController> m_print;
     QWidget* m_dialogParent;
     QMdiArea* m_mdi;
     QPointer<fInpMemo> m_memo;

@@ -39,8 +39,8 @@ const Button kButtons[] = {
 const QString kFindTip = QStringLiteral("Find function / replace(CTRL+F)");
 
 // Work that is not part of the editor yet: present, never pretending to run.
-const QStringList kNotYet = {"keyFind",      "keyPRINT", "keyCUT", "keyCOPY", "keyPASTE",
-                             "keyROWINSERT", "keyPULSE", "keyREM", "keyHelp"};
+const QStringList kNotYet = {"keyFind",      "keyCUT",   "keyCOPY", "keyPASTE",
+                             "keyROWINSERT", "keyPULSE", "keyREM",  "keyHelp"};
 } // namespace
 
 QString StepToolBar::GetButtonCaption(const QString& key) {

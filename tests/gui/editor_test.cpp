@@ -366,8 +366,8 @@ TEST(StepEditorToolbar, CaptionsMenusAndCommands) {
     EXPECT_EQ(e.win->menuAction("keyOPEN", "InitialPath")->text(), "&3  Read/Save path setting");
     EXPECT_EQ(e.win->menuAction("keyFUZOKU", "keyPASS")->text(), "&2  Pasword, Author");
     // Work of later stages is present but cannot be started.
-    for (const char* key : {"keyFind", "keyPRINT", "keyCUT", "keyCOPY", "keyPASTE", "keyROWINSERT",
-                            "keyPULSE", "keyREM", "keyHelp"})
+    for (const char* key :
+         {"keyFind", "keyCUT", "keyCOPY", "keyPASTE", "keyROWINSERT", "keyPULSE", "keyREM", "keyHelp"})
         EXPECT_FALSE(e.win->action(key)->isEnabled()) << key;
     EXPECT_FALSE(e.win->menuAction("keySAVE", "keySAVE2")->isEnabled());
 
