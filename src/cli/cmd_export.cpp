@@ -56,7 +56,7 @@ int runExport(const QStringList& args, CliContext& ctx) {
     else
         target = std::make_unique<PdfTarget>(files[1]);
     if (!PrintToExcelStep(printed, ctx.selout(), ctx.selinp(), options, *target)) {
-        ctx.err() << files[1] << ": " << target->errorString() << '\n';
+        // The reason has gone to the error report (stderr here).
         ctx.prompter().showMessage(123, 2); // "Failed to create excel file."
         return 1;
     }

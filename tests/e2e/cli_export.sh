@@ -56,6 +56,13 @@ printf 'old' > "$WORK/keep.pdf"
 "$CLI" export "$WORK/noend.gsp" "$WORK/keep.pdf" > /dev/null 2>&1
 [ "$(cat "$WORK/keep.pdf")" = old ] || bad "a refused export touched the existing file"
 
+# A workbook that cannot be written: the reason and "Failed to create excel file.".
+"$CLI" export "$WORK/print.gsp" "$WORK/no/such/folder/x.xlsx" > /dev/null 2> "$WORK/err"
+rc=$?
+[ "$rc" = 1 ] || bad "an unwritable workbook exited $rc"
+grep -q 'Failed to create excel file.' "$WORK/err" || bad "message 123 missing: $(cat "$WORK/err")"
+grep -q 'No such file or directory' "$WORK/err" || bad "the reason is missing: $(cat "$WORK/err")"
+
 # Wrong calls.
 "$CLI" export "$WORK/print.gsp" "$WORK/print.txt2" > /dev/null 2>&1
 [ $? = 2 ] || bad "an output that is neither .xlsx nor .pdf is not refused with 2"

@@ -10,11 +10,15 @@ namespace vkm {
 
 namespace {
 
-// The lock files spreadsheet programs keep beside a workbook while they have it open.
+// The lock files spreadsheet programs keep beside a workbook while they have it open:
+// LibreOffice's ".~lock.NAME#", and the owner file "~$NAME" of the other one, which drops
+// the first two letters of a longer name.
 bool hasLockFile(const QFileInfo& file) {
     const QDir dir = file.absoluteDir();
-    return QFileInfo::exists(dir.filePath(QStringLiteral(".~lock.") + file.fileName() + QLatin1Char('#'))) ||
-           QFileInfo::exists(dir.filePath(QStringLiteral("~$") + file.fileName()));
+    const QString name = file.fileName();
+    return QFileInfo::exists(dir.filePath(QStringLiteral(".~lock.") + name + QLatin1Char('#'))) ||
+           QFileInfo::exists(dir.filePath(QStringLiteral("~$") + name)) ||
+           (name.size() > 2 && QFileInfo::exists(dir.filePath(QStringLiteral("~$") + name.mid(2))));
 }
 
 // Moves the file aside and back. A program that holds the file open keeps it from being
