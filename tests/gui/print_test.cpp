@@ -9,6 +9,7 @@
 #include "documentcontroller.h"
 #include "finpmemo.h"
 #include "fprint.h"
+#include "print/painter/sheetpainter.h"
 #include "printcontroller.h"
 #include "sheet/stepsheeteditor.h"
 #include "steptoolbar.h"
@@ -24,6 +25,7 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QTest>
+#include <array>
 #include <gtest/gtest.h>
 
 namespace vkm::test {
@@ -289,6 +291,39 @@ TEST_F(PrintCommand, PrintoutAndPreviewShowTheSamePages) {
     d.setPrinterChooser([](QPrinter&) { return false; });
     EXPECT_FALSE(d.StartPrinting(false));
     EXPECT_TRUE(prompter.shown().empty());
+}
+
+} // namespace
+} // namespace vkm::test
+
+namespace vkm::test {
+namespace {
+
+// Pages of a sheet too big for one: rows run onto further pages, then columns, down first.
+TEST(SheetPages, SplitDownThenAcross) {
+    PrintSheet sheet(4, "S");
+    for (int c = 0; c < 4; ++c)
+        sheet.setColumnWidth(c, 30); // 215 pixels, 161.25 points each
+    for (int r = 0; r < 10; ++r) {
+        sheet.cell(r, 0).setText("x");
+        sheet.setRowHeight(r, 100);
+    }
+    sheet.page().marginLeft = sheet.page().marginRight = 0.5;
+    sheet.page().marginTop = sheet.page().marginBottom = 0.5;
+    sheet.page().scale = 100;
+    SheetPainter painter(sheet, {});
+    // 8.5 x 11 inches less the margins: 540 points across (3 columns), 720 down (7 rows).
+    const auto pages = painter.pages(QSizeF(612, 792));
+    ASSERT_EQ(pages.size(), 4u);
+    const std::vector<std::array<int, 4>> expected = {{0, 6, 0, 2}, {7, 9, 0, 2}, {0, 6, 3, 3}, {7, 9, 3, 3}};
+    for (std::size_t i = 0; i < pages.size(); ++i)
+        EXPECT_EQ(
+            (std::array<int, 4>{pages[i].firstRow, pages[i].lastRow, pages[i].firstCol, pages[i].lastCol}),
+            expected[i])
+            << i;
+    // At half the size everything fits on one page.
+    sheet.page().scale = 50;
+    EXPECT_EQ(SheetPainter(sheet, {}).pages(QSizeF(612, 792)).size(), 1u);
 }
 
 } // namespace

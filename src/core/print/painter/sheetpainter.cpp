@@ -122,24 +122,21 @@ bool SheetPainter::paint(QPagedPaintDevice& device) {
     return true;
 }
 
-double SheetPainter::rowTop(int row, int firstRow) const {
-    double y = 0;
-    for (int r = firstRow; r < row; ++r)
-        y += m_sheet.rowHeight(r);
-    return y;
-}
-
 void SheetPainter::paintPage(QPainter& p, const Page& page, int number, int count, double dotsPerPoint,
                              const QSizeF& paper) const {
     const PageSetup& setup = m_sheet.page();
     const double zoom = std::max(setup.scale, 10) / 100.0;
     const QPointF origin(setup.marginLeft * kInch, setup.marginTop * kInch);
+    // Left edges of the page's columns and top edges of its rows, in points of the sheet.
     std::vector<double> colX{0};
     for (int c = page.firstCol; c <= page.lastCol; ++c)
         colX.push_back(colX.back() + PrintSheet::columnWidthPoints(m_sheet.columnWidth(c)));
+    std::vector<double> rowY{0};
+    for (int r = page.firstRow; r <= page.lastRow; ++r)
+        rowY.push_back(rowY.back() + m_sheet.rowHeight(r));
     // A cell's rectangle on the paper, in device dots.
     auto cellRect = [&](int row, int col1, int col2) {
-        const double y = rowTop(row, page.firstRow);
+        const double y = rowY[std::size_t(row - page.firstRow)];
         const QRectF pts(
             origin.x() + zoom * colX[std::size_t(col1 - page.firstCol)], origin.y() + zoom * y,
             zoom * (colX[std::size_t(col2 - page.firstCol + 1)] - colX[std::size_t(col1 - page.firstCol)]),

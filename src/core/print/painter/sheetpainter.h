@@ -49,7 +49,6 @@ private:
                      double dotsPerPoint, const QSizeF& paper) const;
     void paintCell(QPainter& p, int row, int col, const QRectF& rect, const QRectF& textRect, double zoom,
                    double dotsPerPoint) const;
-    double rowTop(int row, int firstRow) const;
 
     const PrintSheet& m_sheet;
     HeaderFields m_fields;
