@@ -2,40 +2,19 @@
 // same file in the same run: open = copy to the temporary folder, parse the transfer
 // text, read the image; save = write the image, convert it to text, replace the file.
 #include "../../tests/core/model/programs.h"
+#include "../benchtime.h"
 
 #include "base/scriptedprompter.h"
 #include "base/tempfolder.h"
 #include "link/machinefiles.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QFile>
-#include <algorithm>
 #include <cstdio>
-#include <functional>
-#include <vector>
 
 using namespace vkm;
 
-namespace {
-
-double medianMicros(int iterations, const std::function<bool()>& op) {
-    std::vector<double> times;
-    times.reserve(std::size_t(iterations));
-    QElapsedTimer t;
-    for (int i = 0; i < iterations; ++i) {
-        t.start();
-        if (!op()) {
-            std::fprintf(stderr, "operation failed\n");
-            std::exit(1);
-        }
-        times.push_back(double(t.nsecsElapsed()) / 1000.0);
-    }
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
-}
-
-} // namespace
+using bench::medianMicros;
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);

@@ -2,6 +2,7 @@
 // program as a program file in the same run: laying the sheet out, writing it as a
 // workbook, drawing it into a PDF file.
 #include "../../tests/core/model/programs.h"
+#include "../benchtime.h"
 
 #include "base/scriptedprompter.h"
 #include "base/tempfolder.h"
@@ -10,34 +11,13 @@
 #include "print/printlayout.h"
 #include "print/workbookwriter.h"
 
-#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <algorithm>
 #include <cstdio>
-#include <functional>
-#include <vector>
 
 using namespace vkm;
 
-namespace {
-
-double medianMicros(int iterations, const std::function<bool()>& op) {
-    std::vector<double> times;
-    times.reserve(std::size_t(iterations));
-    QElapsedTimer t;
-    for (int i = 0; i < iterations; ++i) {
-        t.start();
-        if (!op()) {
-            std::fprintf(stderr, "operation failed\n");
-            std::exit(1);
-        }
-        times.push_back(double(t.nsecsElapsed()) / 1000.0);
-    }
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
-}
-
-} // namespace
+using bench::medianMicros;
 
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
