@@ -5,16 +5,13 @@
 #include "catalogue/cselections.h"
 #include "model/codes.h"
 #include "model/csteps.h"
+#include "model/steprules.h"
 
 namespace vkm {
 
 namespace {
 constexpr int kFirst = StepSheet::kFirstStepRow;
 constexpr int kLast = StepSheet::kLastStepRow;
-
-bool isFlowOutput(const QString& c) {
-    return c == cat::JMP || c == cat::CALL || c == cat::RETURN;
-}
 } // namespace
 
 SheetChecks::SheetChecks(StepSheetEditor& editor, Prompter& prompter)
@@ -75,7 +72,7 @@ bool SheetChecks::check03() {
         if (m_editor.isEmptyCell(r, o2))
             continue;
         // The category kept with the cell is the catalogue's category of its number.
-        if (isFlowOutput(m_editor.category(r, o2)) && isFlowOutput(m_editor.category(r, o1)))
+        if (isBranchCategory(m_editor.category(r, o2)) && isBranchCategory(m_editor.category(r, o1)))
             return fail(112, r, o1);
     }
     return true;
@@ -189,16 +186,7 @@ bool SheetChecks::check10() {
     for (int r = kFirst; r <= kLast; ++r) {
         if (m_editor.isEmptyCell(r, o1))
             continue;
-        const QString c = m_editor.category(r, o1);
-        int required = -1;
-        if (c == cat::SUB)
-            required = LogicSub;
-        else if (c == cat::JMP)
-            required = LogicJmp;
-        else if (c == cat::CALL)
-            required = LogicCall;
-        else if (c == cat::RETURN)
-            required = LogicRet;
+        const int required = flowLogic(m_editor.category(r, o1));
         if (required < 0)
             continue;
         if (m_editor.isEmptyCell(r, o1 + 1) || m_editor.cellValue(r, o1 + 1) != required)

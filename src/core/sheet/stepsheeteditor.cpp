@@ -5,6 +5,7 @@
 #include "catalogue/cselections.h"
 #include "model/codes.h"
 #include "model/csteps.h"
+#include "model/steprules.h"
 
 #include <QStringList>
 #include <set>
@@ -22,10 +23,6 @@ const QString StepSheetEditor::kRelCountHighList = QStringLiteral("#3;>=|#4;<=|#
 
 namespace {
 const QString kEndOnlyList = QStringLiteral("#2;END");
-
-bool isFlowCategory(const QString& c) {
-    return c == cat::JMP || c == cat::SUB || c == cat::CALL || c == cat::RETURN;
-}
 } // namespace
 
 StepSheetEditor::StepSheetEditor(const CSelections& selout, const CSelections& selinp, Prompter& prompter,
@@ -151,11 +148,8 @@ void StepSheetEditor::PasteThisData(const CStep& step, int row) {
             WriteKino(row, kc, false, m_selout, out->Kino);
             m_sheet.setText(row, kc + 1, QString::number(out->Logic));
             m_sheet.setText(row, kc + 2, QString::number(out->DelayKind));
-            const QString c = category(row, kc);
-            // The program keeps half of a TIMER delay of an IN/OUT/RGST output.
-            const bool halved =
-                (c == cat::IN || c == cat::OUT || c == cat::RGST) && out->DelayKind == DelayTimer;
-            m_sheet.setText(row, kc + 3, QString::number(qint64(out->DelayEtc) * (halved ? 2 : 1)));
+            m_sheet.setText(row, kc + 3,
+                            QString::number(shownDelay(out->DelayEtc, category(row, kc), out->DelayKind)));
         }
     }
     if (step.inps) {
@@ -445,27 +439,13 @@ bool StepSheetEditor::SafeBottomRow(int count) const {
 
 // ---- counter rows -------------------------------------------------------------------
 
-namespace {
-const char* const kCounterPatterns[] = {"01", "00", "011", "001", "010", "000"};
-}
-
 int StepSheetEditor::GetCounterId(int row) const {
     const int ci = m_sheet.colInp();
     QString pattern = QStringLiteral("0");
     pattern += IsJyosu(m_sheet.text(row, ci + 3)) ? QLatin1Char('1') : QLatin1Char('0');
     if (!isEmptyCell(row, ci + 6))
         pattern += IsJyosu(m_sheet.text(row, ci + 6)) ? QLatin1Char('1') : QLatin1Char('0');
-    for (int id = 0; id < 6; ++id)
-        if (pattern == QLatin1String(kCounterPatterns[id]))
-            return id;
-    return 0;
-}
-
-bool StepSheetEditor::MustJyosu(int counterId, int group) {
-    if (counterId < 0 || counterId > 5 || group < 1)
-        return false;
-    const QLatin1String pattern(kCounterPatterns[counterId]);
-    return group <= pattern.size() && pattern[group - 1] == QLatin1Char('1');
+    return counterIdForPattern(pattern);
 }
 
 bool StepSheetEditor::IsJyosu(const QString& text) {

@@ -152,7 +152,6 @@ public:
 
     // Counter rows -------------------------------------------------------------------
     int GetCounterId(int row) const;
-    static bool MustJyosu(int counterId, int group);
     static bool IsJyosu(const QString& text);
 
     // Checks and the sheet back into a program -------------------------------------

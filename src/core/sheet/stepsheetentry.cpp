@@ -9,19 +9,12 @@
 #include "model/codes.h"
 #include "model/cstepouts.h"
 #include "model/csteps.h"
+#include "model/steprules.h"
 
 namespace vkm {
 
 namespace {
 constexpr int kRemarkBytes = 20;
-
-bool isFlowCategory(const QString& c) {
-    return c == cat::JMP || c == cat::SUB || c == cat::CALL || c == cat::RETURN;
-}
-
-bool isFlowOutput(const QString& c) {
-    return c == cat::JMP || c == cat::CALL || c == cat::RETURN;
-}
 } // namespace
 
 bool StepSheetEditor::DoesCannotEdit(int row, int col) const {
@@ -320,10 +313,10 @@ void StepSheetEditor::writeCounterOperand(int row, int col, const QString& numbe
 }
 
 bool StepSheetEditor::CanInputOut(int row, int col, int value) {
-    if (!isFlowOutput(m_selout.CategoryByValue(qint16(value))))
+    if (!isBranchCategory(m_selout.CategoryByValue(qint16(value))))
         return true;
     const int other = col == m_sheet.GetcolOutKino1() ? m_sheet.GetcolOutKino2() : m_sheet.GetcolOutKino1();
-    if (!isFlowOutput(category(row, other)))
+    if (!isBranchCategory(category(row, other)))
         return true;
     m_prompter.showMessage(112, 2);
     return false;
@@ -358,7 +351,7 @@ bool StepSheetEditor::UpdateKinoOutInp(int row, int col, const QString& category
     if (kindChanged && !output && m_sheet.groupOf(col) == 4)
         m_sheet.setText(row, col + 2, QString::number(RelEnd));
     if (kindChanged && output && isFlowCategory(category))
-        m_sheet.setText(row, col + 1, QString::number(CStepOuts::LogicByName(category)));
+        m_sheet.setText(row, col + 1, QString::number(flowLogic(category)));
     refreshStars(row);
     setChanged();
     if (m_hooks.functionChanged)

@@ -5,18 +5,16 @@
 #include "catalogue/cselections.h"
 #include "model/codes.h"
 #include "model/csteps.h"
+#include "model/steprules.h"
 
 namespace vkm {
 
 qint32 StepSheetEditor::GetDelayToSave(int row, int outKinoCol) const {
-    const QString c = category(row, outKinoCol);
     const qint64 shown = leadingInteger(m_sheet.text(row, outKinoCol + 3));
-    // The program keeps half of a TIMER delay of an IN/OUT/RGST output; the even check
-    // makes the halving exact.
-    if ((c == cat::IN || c == cat::OUT || c == cat::RGST) &&
-        m_sheet.text(row, outKinoCol + 2) == QLatin1String("0"))
-        return qint32(shown / 2);
-    return qint32(shown);
+    const int kindCol = outKinoCol + 2;
+    const int delayKind = isEmptyCell(row, kindCol) || isStar(row, kindCol) ? -1 : cellValue(row, kindCol);
+    // The even check before a save makes the halving exact.
+    return qint32(storedDelay(shown, category(row, outKinoCol), delayKind));
 }
 
 std::shared_ptr<CStepOuts> StepSheetEditor::buildOutputs(int row) const {
