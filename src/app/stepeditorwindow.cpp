@@ -60,10 +60,6 @@ const CSelections& emptyCatalogue() {
     static const CSelections none;
     return none;
 }
-
-bool isComboKind(int kind) {
-    return kind == KindLogic || kind == KindDelayKind || kind == KindState || kind == KindRel;
-}
 } // namespace
 
 void StepEditorWindow::paintCorner() {
@@ -140,7 +136,7 @@ StepEditorWindow::StepEditorWindow(AppContext& context, int USRCMP, QWidget* par
 }
 
 StepEditorWindow::~StepEditorWindow() {
-    m_editor->sheet().setSelectionListener({});
+    m_editor->sheet().removeListener(m_selectionListener);
     // The model listens to the sheet; it goes before the editor that owns the sheet.
     m_grid->setModel(nullptr);
     delete m_model;
@@ -191,7 +187,7 @@ void StepEditorWindow::buildGrid() {
             m_contextMenu->popup(m_grid->viewport()->mapToGlobal(pos));
     });
     connect(m_delegate, &QAbstractItemDelegate::closeEditor, this, [this] { PrintHint(); });
-    m_editor->sheet().setSelectionListener([this] { followSheetSelection(); });
+    m_selectionListener = m_editor->sheet().addSelectionListener([this] { followSheetSelection(); });
 }
 
 void StepEditorWindow::applyColumnWidths() {
@@ -335,7 +331,7 @@ QString StepEditorWindow::hintText() const {
 
 void StepEditorWindow::PrintHint() {
     const QModelIndex cur = m_grid->currentIndex();
-    m_lblHint->setText(cur.isValid() ? m_editor->hintText(cur.row(), cur.column()) : QString());
+    m_lblHint->setText(cur.isValid() ? m_editor->rules().hintText(cur.row(), cur.column()) : QString());
 }
 
 int StepEditorWindow::twipsToPixels(int twips) const {
@@ -381,7 +377,7 @@ void StepEditorWindow::onCurrentChanged() {
         m_syncing = false;
     }
     // The input method is on only where Japanese text may be typed (the remark cell).
-    const bool ime = cur.isValid() && m_editor->MustIMEON(cur.row(), cur.column());
+    const bool ime = cur.isValid() && m_editor->rules().MustIMEON(cur.row(), cur.column());
     if (m_grid->testAttribute(Qt::WA_InputMethodEnabled) != ime) {
         m_grid->setAttribute(Qt::WA_InputMethodEnabled, ime);
         QGuiApplication::inputMethod()->update(Qt::ImEnabled);
@@ -431,10 +427,11 @@ void StepEditorWindow::followSheetSelection() {
 
 // Keys and editing -----------------------------------------------------------------------
 
-void StepEditorWindow::openCellEditor(int row, int col, const std::optional<QString>& initialText) {
-    const int kind = m_editor->sheet().colKind(col);
-    const CellEditor editorKind = isComboKind(kind) ? CellEditor::Combo : CellEditor::Text;
-    m_delegate->prepare(editorKind, m_editor->comboList(row, col), initialText);
+void StepEditorWindow::openCellEditor(int row, int col, const StartEditResult& start,
+                                      const std::optional<QString>& initialText) {
+    // The sheet editor said how the cell is entered when it let the edit start.
+    m_delegate->prepare(start.editor == CellEditor::Combo ? CellEditor::Combo : CellEditor::Text,
+                        start.comboList, initialText);
     const QModelIndex index = m_model->index(row, col);
     m_grid->setCurrentIndex(index);
     m_grid->edit(index);
@@ -455,9 +452,10 @@ void StepEditorWindow::openCellEditor(int row, int col, const std::optional<QStr
 void StepEditorWindow::F2Op(int row, int col) {
     if (!StepSheet::isStepRow(row) || col < 1)
         return;
-    switch (m_editor->F2InputOp(row, col)) {
+    const F2Result f2 = m_editor->entry().F2InputOp(row, col);
+    switch (f2.action) {
     case F2Action::StartEdit:
-        openCellEditor(row, col, std::nullopt);
+        openCellEditor(row, col, f2.start, std::nullopt);
         break;
     case F2Action::FunctionWritten:
         m_grid->setFocus();
@@ -490,11 +488,11 @@ bool StepEditorWindow::handleGridKey(QKeyEvent* key) {
         F2Op(row, col);
         return true;
     case Qt::Key_Delete:
-        m_editor->DeleteOp();
+        m_editor->clearing().DeleteOp();
         PrintHint();
         return true;
     case Qt::Key_Space:
-        m_editor->SpaceOp(row, col);
+        m_editor->entry().SpaceOp(row, col);
         PrintHint();
         return true;
     default:
@@ -514,8 +512,9 @@ void StepEditorWindow::typeText(const QString& text) {
     const QModelIndex cur = m_grid->currentIndex();
     if (!cur.isValid() || text.isEmpty())
         return;
-    if (m_editor->typeCharacter(cur.row(), cur.column(), text.at(0)))
-        openCellEditor(cur.row(), cur.column(), text);
+    const StartEditResult start = m_editor->entry().typeCharacter(cur.row(), cur.column(), text.at(0));
+    if (start.allowed)
+        openCellEditor(cur.row(), cur.column(), start, text);
     PrintHint();
 }
 

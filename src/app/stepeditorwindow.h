@@ -103,7 +103,8 @@ private:
     void wireHooks();
     bool handleGridKey(QKeyEvent* key);
     void typeText(const QString& text);
-    void openCellEditor(int row, int col, const std::optional<QString>& initialText);
+    void openCellEditor(int row, int col, const StartEditResult& start,
+                        const std::optional<QString>& initialText);
     void onCurrentChanged();
     void onSelectionChanged();
     void followSheetSelection();
@@ -114,6 +115,7 @@ private:
     AppContext& m_context;
     int m_usrcmp;
     std::unique_ptr<StepSheetEditor> m_editor;
+    int m_selectionListener = 0;
     std::unique_ptr<FunctionChooserDialogs> m_dialogs;
     FunctionChooser m_chooser;
     CategoryChooser m_categoryChooser;

@@ -18,7 +18,7 @@ int runResave(const QStringList& args, CliContext& ctx) {
         return 1;
     // The console prompter prints a failing check's message as the editor would show it.
     StepSheetEditor editor(ctx.selout(), ctx.selinp(), ctx.prompter(), false, false);
-    editor.PasteData(program);
+    editor.conversion().PasteData(program);
     CSteps saved;
     if (!ProgramCanLeave(editor, program, ctx.prompter(), saved))
         return 1;

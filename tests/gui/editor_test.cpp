@@ -98,7 +98,7 @@ struct Editor : test::GuiFixture {
         QCoreApplication::processEvents(); // the delegate commits through a queued call
     }
     void setup(int row, int col, const QString& text) {
-        ASSERT_TRUE(ed().enterText(row, col, text)) << row << "," << col << " " << text.toStdString();
+        ASSERT_TRUE(ed().entry().enterText(row, col, text)) << row << "," << col << " " << text.toStdString();
     }
     // An output group with function, logic and delay kind.
     void output(int row, int col, const QString& fn, const QString& logic, const QString& kind) {
@@ -204,7 +204,7 @@ TEST(StepEditorEntry, CounterRowsAndInputsAfterEnd) {
     e.type(1, e.in(2), "42");
     EXPECT_EQ(e.sheet().text(1, e.in(2)), "42");
     EXPECT_TRUE(e.messages().empty());
-    EXPECT_EQ(e.win->hintText(), e.ed().hintText(1, e.in(2)));
+    EXPECT_EQ(e.win->hintText(), e.ed().rules().hintText(1, e.in(2)));
     EXPECT_TRUE(e.win->hintText().contains("Max:99")) << e.win->hintText().toStdString();
 
     // END in input group 2's relation closes the block: group 3 takes nothing more.
@@ -503,7 +503,7 @@ TEST(StepEditorDisplay, FilledProgramPaintsPicturesStarsAndDisabledRows) {
     e.output(4, o1, "OUT2", "2", "8");
     e.setup(4, o1 + 3, "5");
     e.setup(4, e.in(1), "IN1");
-    e.ed().DoGyoMuko(4, true);
+    e.ed().conversion().DoGyoMuko(4, true);
     e.setup(5, 1, "Jump");
     e.setup(5, o1, "JMP");
     e.setup(5, e.in(1), "IN2");

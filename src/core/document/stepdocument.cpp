@@ -125,7 +125,7 @@ bool StepDocument::ReadStep(int eUSRCMP, int source, const QString& fileName) {
     const bool firstComparison = eUSRCMP == 1 && !(hooks.comparisonLoaded && hooks.comparisonLoaded());
     if (firstComparison && hooks.showComparison)
         hooks.showComparison();
-    target.m_editor.PasteData(m_owner.program(eUSRCMP));
+    target.m_editor.conversion().PasteData(m_owner.program(eUSRCMP));
     target.m_changed = false;
     target.refreshTitle();
     if (hooks.loadForms)
