@@ -43,7 +43,7 @@ bool CellEntry::startEditRelation(int row, int col) {
     // The last relation of the block closes it, and so does the relation after the sum an
     // adding counter row compares: the cell gets the END it must hold.
     const int group = m_sheet.groupOf(col);
-    if (group == 4)
+    if (group == 4 || (group == 3 && m_q.isAddingCounterRow(row)))
         m_sheet.setText(row, col, QString::number(RelEnd));
     return false;
 }
@@ -285,12 +285,20 @@ bool CellEntry::ExactJyosu(int row, int, const QString& text) {
     return ok;
 }
 
+// An adding counter row compares the sum with input group 3: its operand is the last one,
+// so its relation is END from the moment it is entered.
+void CellEntry::closeAddingCounterRow(int row, int col) {
+    if (m_sheet.groupOf(col) == 3 && m_sheet.isInputCol(col) && m_q.isAddingCounterRow(row))
+        m_sheet.setText(row, col + 2, QString::number(RelEnd));
+}
+
 void CellEntry::writeCounterOperand(int row, int col, const QString& number) {
     const QString text = QString::number(number.trimmed().toLongLong());
     if (m_sheet.text(row, col) == text && m_sheet.data(row, col).isEmpty())
         return;
     StepSheet::Batch batch(m_sheet);
     m_sheet.setCell(row, col, text, QString());
+    closeAddingCounterRow(row, col);
     m_rules.SprashThisRow(row);
     m_ctx.setChanged();
 }
@@ -334,6 +342,8 @@ bool CellEntry::UpdateKinoOutInp(int row, int col, const QString& category, int 
     m_rules.WriteKino(row, col, false, sels, value);
     if (kindChanged && !output && group == 4)
         m_sheet.setText(row, col + 2, QString::number(RelEnd));
+    if (kindChanged && !output)
+        closeAddingCounterRow(row, col);
     if (kindChanged && output && isFlowCategory(category))
         m_sheet.setText(row, col + 1, QString::number(flowLogic(category)));
     m_rules.SprashThisRow(row);

@@ -74,6 +74,7 @@ private:
     bool counterOperandCellOk(int row, int col);
     bool startEditRelation(int row, int col);
     void writeCounterOperand(int row, int col, const QString& number);
+    void closeAddingCounterRow(int row, int col);
 
     SheetContext& m_ctx;
     StepSheet& m_sheet;

@@ -107,7 +107,8 @@ QString CellRules::CreateInpList(const QString& list) {
 }
 
 bool CellRules::listHasValue(const QString& list, const QString& value) {
-    return !value.isEmpty() && forEachEntry(list, [&](const QString& v, const QString&) { return v == value; });
+    return !value.isEmpty() &&
+           forEachEntry(list, [&](const QString& v, const QString&) { return v == value; });
 }
 
 QString CellRules::comboName(int row, int col) const {
@@ -124,7 +125,8 @@ QString CellRules::comboName(int row, int col) const {
 
 QString CellRules::displayText(int row, int col) const {
     const QString text = m_sheet.text(row, col);
-    if (row == 0 || text.isEmpty() || m_q.isStar(row, col) || editorFor(m_sheet.colKind(col)) != CellEditor::Combo)
+    if (row == 0 || text.isEmpty() || m_q.isStar(row, col) ||
+        editorFor(m_sheet.colKind(col)) != CellEditor::Combo)
         return text;
     const QString name = comboName(row, col);
     return name.isEmpty() ? text : name;
@@ -174,7 +176,8 @@ QString CellRules::hintText(int row, int col) const {
     qint32 lMin = 0;
     qint32 lMax = 0;
     const auto limits = [&] {
-        return QStringLiteral("   Max:") + QString::number(lMax) + QStringLiteral("  Min:") + QString::number(lMin);
+        return QStringLiteral("   Max:") + QString::number(lMax) + QStringLiteral("  Min:") +
+               QString::number(lMin);
     };
     if (kind == KindRemark)
         return edit;

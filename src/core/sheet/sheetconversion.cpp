@@ -40,8 +40,9 @@ void SheetConversion::PasteThisData(const CStep& step, int row) {
             m_rules.WriteKino(row, kc, false, m_ctx.selout, out->Kino);
             m_sheet.setText(row, kc + 1, QString::number(out->Logic));
             m_sheet.setText(row, kc + 2, QString::number(out->DelayKind));
-            m_sheet.setText(row, kc + 3,
-                            QString::number(shownDelay(out->DelayEtc, m_q.category(row, kc), out->DelayKind)));
+            m_sheet.setText(
+                row, kc + 3,
+                QString::number(shownDelay(out->DelayEtc, m_q.category(row, kc), out->DelayKind)));
         }
     }
     if (step.inps) {
@@ -82,7 +83,8 @@ void SheetConversion::ClearAllRem() {
 qint32 SheetConversion::GetDelayToSave(int row, int outKinoCol) const {
     const qint64 shown = leadingInteger(m_sheet.text(row, outKinoCol + 3));
     const int kindCol = outKinoCol + 2;
-    const int delayKind = m_q.isEmptyCell(row, kindCol) || m_q.isStar(row, kindCol) ? -1 : m_q.cellValue(row, kindCol);
+    const int delayKind =
+        m_q.isEmptyCell(row, kindCol) || m_q.isStar(row, kindCol) ? -1 : m_q.cellValue(row, kindCol);
     return qint32(storedDelay(shown, m_q.category(row, outKinoCol), delayKind));
 }
 

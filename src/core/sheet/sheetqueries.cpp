@@ -137,8 +137,8 @@ bool SheetQueries::IsJyosu(const QString& text) {
 void SheetQueries::delayRange(int row, int outKinoCol, qint32& lMin, qint32& lMax) const {
     const int kc = outKinoCol;
     const int delayKind = isStar(row, kc + 2) ? 0 : cellValue(row, kc + 2);
-    GetValueRange(category(row, kc), m_sheet.text(row, kc), 2, cellValue(row, kc + 1), delayKind, m_ctx.selout,
-                  m_ctx.selinp, lMin, lMax);
+    GetValueRange(category(row, kc), m_sheet.text(row, kc), 2, cellValue(row, kc + 1), delayKind,
+                  m_ctx.selout, m_ctx.selinp, lMin, lMax);
 }
 
 void SheetQueries::counterRange(int row, qint32& lMin, qint32& lMax) const {

@@ -1,5 +1,7 @@
 #include "sheetfixture.h"
 
+#include "model/csteps.h"
+
 using namespace vkm;
 using namespace vkm::test;
 
@@ -296,4 +298,54 @@ TEST(SheetEntry, ComparisonWindowEditsNothing) {
     EXPECT_EQ(f.sheet().saveCells(), before);
     EXPECT_TRUE(f.prompter.shown().empty());
     EXPECT_EQ(f.changedCount, 0);
+}
+
+// A counter row that adds or subtracts compares its sum with input group 3: entering that
+// operand closes the block with END, so the row can be completed and saved.
+TEST(SheetEntry, AddingCounterRowIsClosedByItsThirdOperand) {
+    struct Case {
+        QString relation; // of input group 1
+        QString operand3; // a number or a counter
+        int counterId;    // what the save stores
+    } cases[] = {{"7", "100", 2}, {"8", "CT11", 4}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE((c.relation + " " + c.operand3).toStdString());
+        SheetFixture f;
+        for (auto [col, text] : std::initializer_list<std::pair<int, QString>>{{f.o1(), "OUT001"},
+                                                                               {f.o1() + 1, "1"},
+                                                                               {f.o1() + 2, "2"},
+                                                                               {f.o1() + 3, "5"},
+                                                                               {f.in(1), "CT10"},
+                                                                               {f.in(1) + 2, c.relation},
+                                                                               {f.in(2), "12"},
+                                                                               {f.in(2) + 2, "3"}})
+            ASSERT_TRUE(f.type(1, col, text)) << col;
+        ASSERT_TRUE(f.type(1, f.in(3), c.operand3));
+        EXPECT_EQ(f.sheet().text(1, f.in(3) + 1), "***");
+        EXPECT_EQ(f.sheet().text(1, f.in(3) + 2), "2") << "END comes with the operand";
+        // The END stays closed to editing.
+        f.prompter.clear();
+        EXPECT_FALSE(f.editor->entry().fg_StartEdit(1, f.in(3) + 2).allowed);
+        EXPECT_EQ(f.prompter.numbers(), std::vector<int>{49});
+        EXPECT_EQ(f.sheet().text(1, f.in(3) + 2), "2");
+
+        ASSERT_TRUE(f.editor->ExactInput()) << f.editor->lastCheckFailure().message;
+        CSteps saved;
+        ASSERT_TRUE(f.editor->conversion().Update_step(CSteps(), saved));
+        const auto& in = *saved.Item(1)->inps;
+        EXPECT_EQ(in.CounterId, c.counterId);
+        EXPECT_EQ(in.Item(QStringLiteral("1"))->Rel, c.relation.toInt());
+        EXPECT_EQ(in.Item(QStringLiteral("2"))->Rel, RelGe);
+        EXPECT_EQ(in.Item(QStringLiteral("3"))->Rel, RelEnd);
+    }
+
+    // An operand entered before the "+": opening its relation puts the END there.
+    SheetFixture f;
+    for (auto [col, text] : std::initializer_list<std::pair<int, QString>>{
+             {f.in(1), "CT10"}, {f.in(2), "12"}, {f.in(3), "100"}, {f.in(1) + 2, "7"}, {f.in(2) + 2, "4"}})
+        ASSERT_TRUE(f.type(1, col, text)) << col;
+    EXPECT_TRUE(f.sheet().text(1, f.in(3) + 2).isEmpty());
+    EXPECT_FALSE(f.editor->entry().SpaceOp(1, f.in(3) + 2));
+    EXPECT_EQ(f.prompter.numbers(), std::vector<int>{49});
+    EXPECT_EQ(f.sheet().text(1, f.in(3) + 2), "2");
 }
