@@ -333,11 +333,10 @@ bool CellEntry::UpdateKinoOutInp(int row, int col, const QString& category, int 
         return false;
     const bool kindChanged = oldText.isEmpty() || !DoesSameCaegory(output ? 2 : 1, oldCategory, category);
     StepSheet::Batch batch(m_sheet);
-    if (kindChanged && !oldText.isEmpty()) {
-        const int width = output ? 4 : 3;
-        for (int i = 1; i < width; ++i)
-            m_sheet.setCell(row, col + i, QString(), QString());
-    }
+    // What the old function caused goes with it, as when its cell is cleared: its group's
+    // settings, and a counter's operands.
+    if (kindChanged && !oldText.isEmpty())
+        m_clearing.ResetThisColBlock(row, col);
     const int group = m_sheet.groupOf(col);
     m_rules.WriteKino(row, col, false, sels, value);
     if (kindChanged && !output && group == 4)

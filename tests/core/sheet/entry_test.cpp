@@ -349,3 +349,30 @@ TEST(SheetEntry, AddingCounterRowIsClosedByItsThirdOperand) {
     EXPECT_EQ(f.prompter.numbers(), std::vector<int>{49});
     EXPECT_EQ(f.sheet().text(1, f.in(3) + 2), "2");
 }
+
+// A function that replaces another clears what the old one caused, as clearing the cell would.
+TEST(SheetEntry, ReplacingACounterClearsItsOperands) {
+    SheetFixture f;
+    ASSERT_TRUE(f.type(1, f.in(1), "CT10"));
+    ASSERT_TRUE(f.type(1, f.in(1) + 2, "7"));
+    ASSERT_TRUE(f.type(1, f.in(2), "12"));
+    ASSERT_TRUE(f.type(1, f.in(2) + 2, "3"));
+    ASSERT_TRUE(f.type(1, f.in(3), "CT11"));
+    ASSERT_TRUE(f.type(1, f.in(1), "IN001"));
+    EXPECT_EQ(f.sheet().text(1, f.in(1)), "IN001");
+    for (int c = 1; c < 12; ++c)
+        EXPECT_TRUE(f.sheet().text(1, f.in(1) + c).isEmpty()) << c;
+    EXPECT_TRUE(f.sheet().data(1, f.in(3)).isEmpty());
+
+    // The row is then completed as any other and passes the checks.
+    ASSERT_TRUE(f.type(1, f.in(1) + 1, "0"));
+    ASSERT_TRUE(f.type(1, f.in(1) + 2, "2"));
+    for (auto [col, text] : std::initializer_list<std::pair<int, QString>>{
+             {f.o1(), "OUT001"}, {f.o1() + 1, "1"}, {f.o1() + 2, "2"}, {f.o1() + 3, "5"}})
+        ASSERT_TRUE(f.type(1, col, text));
+    EXPECT_TRUE(f.editor->ExactInput()) << f.editor->lastCheckFailure().message;
+
+    // An ordinary input replaced by another keeps the rest of the row.
+    ASSERT_TRUE(f.type(1, f.in(1), "IN002"));
+    EXPECT_EQ(f.sheet().text(1, f.in(1) + 2), "2");
+}
