@@ -404,8 +404,9 @@ void StepEditorWindow::onSelectionChanged() {
         wholeRows = m_grid->selectionModel()->isRowSelected(r, {});
     m_syncing = true;
     StepSheet& sheet = m_editor->sheet();
-    sheet.setRowSelectionMode(wholeRows);
+    // A new selection starts in free mode: whole rows are marked after it is set.
     sheet.setSelection(cur.row(), cur.column(), cur.row() == r1 ? r2 : r1, cur.column() == c1 ? c2 : c1);
+    sheet.setRowSelectionMode(wholeRows);
     m_syncing = false;
 }
 

@@ -544,3 +544,21 @@ TEST(StepEditorDisplay, FilledProgramPaintsPicturesStarsAndDisabledRows) {
         }
     EXPECT_TRUE(grey);
 }
+
+// Whole rows (picked in the step number column) are not cleared by Delete: that is cut.
+TEST(StepEditorKeys, DeleteOnWholeRowsChangesNothing) {
+    Editor e;
+    e.setup(3, 1, "keep me");
+    e.output(3, e.out1(), "OUT1", "1", "2");
+    e.win->setChanged(false);
+    QHeaderView* steps = e.grid()->verticalHeader();
+    QTest::mouseClick(
+        steps->viewport(), Qt::LeftButton, {},
+        QPoint(steps->width() / 2, steps->sectionViewportPosition(3) + steps->sectionSize(3) / 2));
+    ASSERT_TRUE(e.grid()->selectionModel()->isRowSelected(3, {}));
+    QTest::keyClick(e.grid(), Qt::Key_Delete);
+    EXPECT_EQ(e.messages(), std::vector<int>{151});
+    EXPECT_EQ(e.sheet().text(3, 1), "keep me");
+    EXPECT_EQ(e.sheet().text(3, e.out1()), "OUT1");
+    EXPECT_FALSE(e.win->IsChanged());
+}
