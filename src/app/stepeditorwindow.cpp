@@ -187,6 +187,7 @@ void StepEditorWindow::buildGrid() {
             m_contextMenu->popup(m_grid->viewport()->mapToGlobal(pos));
     });
     connect(m_delegate, &QAbstractItemDelegate::closeEditor, this, [this] { PrintHint(); });
+    connect(m_delegate, &StepDelegate::tabbedOut, this, &StepEditorWindow::moveAcross);
     m_selectionListener = m_editor->sheet().addSelectionListener([this] { followSheetSelection(); });
 }
 
@@ -450,6 +451,19 @@ void StepEditorWindow::openCellEditor(int row, int col, const StartEditResult& s
     }
 }
 
+void StepEditorWindow::moveAcross(int direction) {
+    const QModelIndex cur = m_grid->currentIndex();
+    if (!cur.isValid())
+        return;
+    int col = cur.column() + direction;
+    while (col >= 1 && col < StepSheet::kCols && m_grid->isColumnHidden(col))
+        col += direction;
+    if (col < 1 || col >= StepSheet::kCols)
+        return;
+    m_grid->setCurrentIndex(m_model->index(cur.row(), col));
+    m_grid->setFocus();
+}
+
 void StepEditorWindow::F2Op(int row, int col) {
     if (!StepSheet::isStepRow(row) || col < 1)
         return;
@@ -495,6 +509,12 @@ bool StepEditorWindow::handleGridKey(QKeyEvent* key) {
     case Qt::Key_Space:
         m_editor->entry().SpaceOp(row, col);
         PrintHint();
+        return true;
+    case Qt::Key_Tab:
+        moveAcross(1);
+        return true;
+    case Qt::Key_Backtab:
+        moveAcross(-1);
         return true;
     default:
         break;

@@ -109,6 +109,8 @@ private:
     void onSelectionChanged();
     void followSheetSelection();
     void onSectionResized(int logicalIndex, int newSize);
+    // Moves the current cell one visible column right (+1) or left (-1), as the arrow keys do.
+    void moveAcross(int direction);
     void updateTitle();
     void paintCorner();
 

@@ -545,6 +545,89 @@ TEST(StepEditorDisplay, FilledProgramPaintsPicturesStarsAndDisabledRows) {
     EXPECT_TRUE(grey);
 }
 
+namespace {
+// The cell editor open anywhere in the grid, if any.
+QWidget* anyCellEditor(Editor& e) {
+    for (QWidget* w : e.grid()->viewport()->findChildren<QWidget*>())
+        if (w->isVisible() && (qobject_cast<QLineEdit*>(w) || qobject_cast<QComboBox*>(w)))
+            return w;
+    return nullptr;
+}
+
+// Opens the cell editor of a combo cell by typing its value.
+QComboBox* typeIntoCombo(Editor& e, int row, int col, const QString& digit) {
+    e.go(row, col);
+    QTest::keyClicks(e.grid(), digit);
+    return qobject_cast<QComboBox*>(e.openEditor(row, col));
+}
+
+// Opens the line editor of a cell by typing its first character and puts text in it.
+QLineEdit* typeIntoLine(Editor& e, int row, int col, const QString& text) {
+    e.go(row, col);
+    QTest::keyClicks(e.grid(), text.left(1));
+    auto* line = qobject_cast<QLineEdit*>(e.openEditor(row, col));
+    if (line)
+        line->setText(text);
+    return line;
+}
+} // namespace
+
+// Tab ends the edit like Enter and moves to the next cell as the arrow keys do; the next
+// cell's editor opens only when the user starts editing it, through its own rules.
+TEST(StepEditorKeys, TabCommitsAndMovesWithoutOpeningTheNextCell) {
+    Editor e;
+    e.setup(2, e.out1(), "JMP");
+    ASSERT_EQ(e.sheet().text(2, e.out1() + 1), "3");
+
+    // From a jump row's function to its logic, which cannot be edited.
+    QLineEdit* line = typeIntoLine(e, 2, e.out1(), "JMP");
+    ASSERT_NE(line, nullptr);
+    QTest::keyClick(line, Qt::Key_Tab);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(e.grid()->currentIndex().column(), e.out1() + 1);
+    EXPECT_EQ(e.openEditor(2, e.out1() + 1), nullptr) << "the locked logic must not open";
+    EXPECT_EQ(anyCellEditor(e), nullptr);
+    EXPECT_EQ(e.sheet().text(2, e.out1() + 1), "3");
+
+    // From a counter's logic into the "***" delay kind beside it.
+    e.setup(1, e.out1(), "C1");
+    QComboBox* combo = typeIntoCombo(e, 1, e.out1() + 1, "4");
+    ASSERT_NE(combo, nullptr);
+    QTest::keyClick(combo, Qt::Key_Tab);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(e.sheet().text(1, e.out1() + 1), "4") << "Tab commits the edit";
+    EXPECT_EQ(e.sheet().text(1, e.out1() + 2), "***");
+    EXPECT_EQ(e.grid()->currentIndex(), e.win->model()->index(1, e.out1() + 2));
+    EXPECT_EQ(e.openEditor(1, e.out1() + 2), nullptr) << "a *** cell never opens";
+
+    // Shift+Tab goes back a cell; a refused text keeps its editor open where it is.
+    line = typeIntoLine(e, 1, e.out2(), "OUT2");
+    ASSERT_NE(line, nullptr);
+    QTest::keyClick(line, Qt::Key_Backtab, Qt::ShiftModifier);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(e.sheet().text(1, e.out2()), "OUT2");
+    EXPECT_EQ(e.grid()->currentIndex().column(), e.out1() + 3);
+    EXPECT_EQ(e.openEditor(1, e.out1() + 3), nullptr);
+    e.prompter.clear();
+    line = typeIntoLine(e, 3, 1, QString(21, 'x'));
+    ASSERT_NE(line, nullptr);
+    QTest::keyClick(line, Qt::Key_Tab);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(e.messages(), std::vector<int>{56});
+    EXPECT_EQ(e.grid()->currentIndex().column(), 1);
+    EXPECT_NE(e.openEditor(3, 1), nullptr);
+
+    QTest::keyClick(e.openEditor(3, 1), Qt::Key_Escape);
+
+    // Without an editor, Tab and Shift+Tab move as the arrow keys do and open nothing.
+    e.go(2, e.out1());
+    QTest::keyClick(e.grid(), Qt::Key_Tab);
+    EXPECT_EQ(e.grid()->currentIndex(), e.win->model()->index(2, e.out1() + 1));
+    QTest::keyClick(e.grid(), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(e.grid()->currentIndex(), e.win->model()->index(2, e.out1()));
+    EXPECT_EQ(anyCellEditor(e), nullptr);
+}
+
 // Whole rows (picked in the step number column) are not cleared by Delete: that is cut.
 TEST(StepEditorKeys, DeleteOnWholeRowsChangesNothing) {
     Editor e;
