@@ -645,3 +645,34 @@ TEST(StepEditorKeys, DeleteOnWholeRowsChangesNothing) {
     EXPECT_EQ(e.sheet().text(3, e.out1()), "OUT1");
     EXPECT_FALSE(e.win->IsChanged());
 }
+
+// The selection dialog opens with its first node selected and the keyboard in its tree:
+// F2 then Enter acts on that node (a category, which cannot be chosen).
+TEST(StepEditorKeys, F2ThenEnterActsOnTheTopNode) {
+    Editor e;
+    FunctionChooserDialogs* dialogs = e.win->functionDialogs();
+    ASSERT_NE(dialogs, nullptr);
+    QString current;
+    whenModal([&](QWidget* modal) {
+        fSelKino* d = dialogs->dialog(2);
+        if (modal != d) {
+            ADD_FAILURE() << "the output dialog is not the modal window";
+            modal->close();
+            return;
+        }
+        if (QTreeWidgetItem* item = d->tree()->currentItem())
+            current = item->text(0);
+        // The user presses Enter once the dialog has the keyboard.
+        EXPECT_TRUE(QTest::qWaitForWindowActive(d));
+        QWidget* focus = QApplication::focusWidget();
+        if (focus)
+            QTest::keyClick(focus, Qt::Key_Return);
+        d->cancelOp();
+    });
+    e.go(5, e.out1());
+    QTest::keyClick(e.grid(), Qt::Key_F2);
+    EXPECT_EQ(current, "OUT");
+    ASSERT_EQ(e.prompter.shown().size(), 1u);
+    EXPECT_EQ(e.prompter.shown()[0].text, "You cannnot select category!");
+    EXPECT_EQ(e.sheet().text(5, e.out1()), "");
+}
