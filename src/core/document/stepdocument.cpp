@@ -7,6 +7,7 @@
 #include "document/documents.h"
 #include "document/memorules.h"
 #include "document/passwordrules.h"
+#include "document/programfile.h"
 #include "link/machinefiles.h"
 #include "sheet/sheetexit.h"
 #include "sheet/stepsheeteditor.h"
@@ -168,19 +169,9 @@ bool StepDocument::SaveStepData(bool saveAs) {
     }
 
     CSteps saved;
-    if (!ProgramFromSheet(m_editor, program(), prompter, saved))
+    if (!ProgramFromSheet(m_editor, program(), prompter, saved) ||
+        !SaveProgramFile(saved, path, askName, m_owner.selout(), m_owner.selinp(), prompter, m_owner.clock()))
         return false;
-    const QString image = CreateTempName(1, 0);
-    if (!saved.SaveData(image, askName, m_owner.selout(), m_owner.selinp(), m_owner.clock())) {
-        prompter.showMessage(50, 1);
-        return false;
-    }
-    if (!BeReadyDrive(path, prompter))
-        return false;
-    if (!CopyFiles(image, path, prompter)) {
-        prompter.showMessage(79, 1);
-        return false;
-    }
     program() = std::move(saved);
     m_owner.filePath(0) = path;
     refreshTitle();
