@@ -9,7 +9,10 @@
 #include "steptablemodel.h"
 #include "steptoolbar.h"
 
+#include "document/documents.h"
 #include "guitestsupport.h"
+#include "model/codes.h"
+#include "model/csteps.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
@@ -45,6 +48,7 @@ void fillInputs(CSelections& s) {
     s.Add("IN3", 3, "Input 3", "IN", "0", "0");
     s.Add("C1", 60, "Counter 1", "COUNT", "0", "99");
     s.Add("STEP", 90, "Step", "STEP", "0", "0");
+    s.Add("C5", 5, "Counter 5", "COUNT", "0", "500"); // below 32: it may add and subtract
 }
 
 // A window over a small catalogue, with scripted answers and a scratch settings store.
@@ -675,4 +679,51 @@ TEST(StepEditorKeys, F2ThenEnterActsOnTheTopNode) {
     ASSERT_EQ(e.prompter.shown().size(), 1u);
     EXPECT_EQ(e.prompter.shown()[0].text, "You cannnot select category!");
     EXPECT_EQ(e.sheet().text(5, e.out1()), "");
+}
+
+// A counter row that adds, typed cell by cell with the keyboard as a user does: the operand
+// of input group 3 closes the block with END, so the row is saved and reads back the same.
+TEST(StepEditorKeys, AddingCounterRowTypedSavedAndReadBack) {
+    Editor e;
+    const auto combo = [&](int row, int col, const QString& digit) {
+        QComboBox* c = typeIntoCombo(e, row, col, digit);
+        ASSERT_NE(c, nullptr) << col;
+        QTest::keyClick(c, Qt::Key_Return);
+        QCoreApplication::processEvents();
+    };
+    e.type(1, e.out1(), "OUT1");
+    combo(1, e.out1() + 1, "1");
+    combo(1, e.out1() + 2, "2");
+    e.type(1, e.out1() + 3, "5");
+    e.type(1, e.in(1), "C5");
+    combo(1, e.in(1) + 2, "7");
+    e.type(1, e.in(2), "12");
+    combo(1, e.in(2) + 2, "3");
+    e.type(1, e.in(3), "100");
+    EXPECT_TRUE(e.messages().empty());
+    EXPECT_EQ(e.sheet().text(1, e.in(3) + 2), "2") << "END comes with the last operand";
+    EXPECT_EQ(e.sheet().text(1, e.in(3) + 1), "***");
+    // The END cannot be edited: typing on it is refused.
+    e.go(1, e.in(3) + 2);
+    QTest::keyClicks(e.grid(), "0");
+    EXPECT_EQ(e.messages(), std::vector<int>{49});
+    e.prompter.clear();
+
+    StepSheetEditor comparison(e.out, e.inp, e.prompter, true, false);
+    Documents docs(e.prompter, nullptr, e.out, e.inp, e.ed(), comparison);
+    const QString path = e.ts.scratch.file("ADD.GSP");
+    docs.filePath(0) = path;
+    ASSERT_TRUE(docs.user().SaveStepData(false)) << e.prompter.lastNumber();
+    EXPECT_TRUE(e.messages().empty());
+
+    Editor back;
+    StepSheetEditor comparison2(back.out, back.inp, back.prompter, true, false);
+    Documents docs2(back.prompter, nullptr, back.out, back.inp, back.ed(), comparison2);
+    ASSERT_TRUE(docs2.user().ReadStep(0, 0, path));
+    for (int col = 1; col < StepSheet::kCols; ++col)
+        EXPECT_EQ(back.sheet().text(1, col), e.sheet().text(1, col)) << col;
+    const CStepInps& inputs = *docs2.userProgram().Item(1)->inps;
+    EXPECT_EQ(inputs.CounterId, 2) << "both operands are numbers";
+    EXPECT_EQ(inputs.Item(QStringLiteral("3"))->Rel, RelEnd);
+    EXPECT_TRUE(back.ed().ExactInput());
 }
