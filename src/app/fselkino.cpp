@@ -9,6 +9,7 @@
 #include "catalogue/cselections.h"
 #include "model/codes.h"
 #include "model/stepnumberentry.h"
+#include "model/steprules.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -185,7 +186,7 @@ void fSelKino::BuildTree() {
     QFont small = m_tv->font();
     small.setPointSize(8);
     for (const CSelection& e : sels->entries()) {
-        if (e.Category == cat::STEP || e.Category == cat::JMP || e.Category == cat::CALL)
+        if (isStepTargetCategory(e.Category))
             continue;
         auto* node =
             new QTreeWidgetItem(m_categoryNodes.value(e.Category), QStringList{e.Digital + '\t' + e.Advice});

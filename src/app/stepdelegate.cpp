@@ -18,7 +18,7 @@ namespace {
 const QString kStar = QString::fromLatin1(StepSheet::kStar);
 
 bool isFunctionKind(int kind) {
-    return kind == KindOutKino || kind == KindInpKino;
+    return CellRules::editorFor(kind) == CellEditor::Function;
 }
 } // namespace
 

@@ -41,8 +41,7 @@ void dumpOutput(QTextStream& s, const CStepOut* out, int block, const CSelection
 }
 
 void dumpInputs(QTextStream& s, const CStepInps& inps, const CSelections& selinp) {
-    const auto first = inps.Item(QStringLiteral("1"));
-    const bool counter = first && selinp.CategoryByValue(qint16(first->Kino)) == cat::COUNT;
+    const bool counter = isCounterStep(inps, selinp);
     bool afterEnd = false;
     for (int block = 1; block <= 4; ++block) {
         const auto inp = inps.Item(QString::number(block));

@@ -14,8 +14,8 @@
 namespace vkm::cli {
 namespace {
 
-const QString kSynopsis = QStringLiteral(
-    "edit [--inputs-first] [--answer yes|no|cancel]... (IN.gsp | --new) OUT.gsp SCRIPT");
+const QString kSynopsis =
+    QStringLiteral("edit [--inputs-first] [--answer yes|no|cancel]... (IN.gsp | --new) OUT.gsp SCRIPT");
 
 struct EditArguments {
     bool inputsFirst = false;
@@ -121,9 +121,10 @@ int runEdit(const QStringList& args, CliContext& ctx) {
 }
 
 const CommandRegistration
-    reg({QStringLiteral("edit"), QStringLiteral("edit [--inputs-first] [--answer yes|no|cancel]... (IN.gsp | --new) "
-                                                "OUT.gsp SCRIPT\n                           edit a program with a "
-                                                "script of editor actions and save it"),
+    reg({QStringLiteral("edit"),
+         QStringLiteral("edit [--inputs-first] [--answer yes|no|cancel]... (IN.gsp | --new) "
+                        "OUT.gsp SCRIPT\n                           edit a program with a "
+                        "script of editor actions and save it"),
          runEdit});
 
 } // namespace

@@ -33,7 +33,9 @@ bool EditScript::read(const QString& text, const EditSession& session, QString& 
         else
             action = verb->second(args, session, why);
         if (!action) {
-            error = QStringLiteral("line %1: %2").arg(i + 1).arg(why.isEmpty() ? QStringLiteral("not understood") : why);
+            error = QStringLiteral("line %1: %2")
+                        .arg(i + 1)
+                        .arg(why.isEmpty() ? QStringLiteral("not understood") : why);
             return false;
         }
         actions.push_back(std::move(action));
@@ -90,7 +92,8 @@ std::optional<int> EditScript::parseColumn(const QString& word, const SheetLayou
         return 0;
     if (name == QLatin1String("remark"))
         return SheetLayout::GetcolRemark();
-    static const QRegularExpression group(QStringLiteral("^(out|in)([1-4])(?:\\.(logic|kind|delay|state|rel))?$"));
+    static const QRegularExpression group(
+        QStringLiteral("^(out|in)([1-4])(?:\\.(logic|kind|delay|state|rel))?$"));
     const QRegularExpressionMatch m = group.match(name);
     if (m.hasMatch()) {
         const bool output = m.captured(1) == QLatin1String("out");

@@ -58,7 +58,8 @@ void EditSession::enterAccount(const std::optional<QString>& password, const std
 bool EditSession::enterMemo(const QString& memo) {
     QString text = memo;
     // The memo window keeps line breaks as the program stores them: CR LF.
-    text.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\n'), QLatin1String("\r\n"));
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"))
+        .replace(QLatin1Char('\n'), QLatin1String("\r\n"));
     return document().storeMemoWindow(text, m_documents.userProgram().MemoFile);
 }
 

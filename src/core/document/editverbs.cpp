@@ -24,7 +24,8 @@ std::optional<Cell> readCell(const QString& args, const EditSession& session, QS
         return std::nullopt;
     }
     const std::optional<int> row = EditScript::parseRow(words[0], error);
-    const std::optional<int> col = row ? EditScript::parseColumn(words[1], session.layout(), error) : std::nullopt;
+    const std::optional<int> col =
+        row ? EditScript::parseColumn(words[1], session.layout(), error) : std::nullopt;
     if (!row || !col)
         return std::nullopt;
     if (*col == 0 && !stepColumn) {
@@ -117,8 +118,9 @@ EditAction chooseVerb(const QString& args, const EditSession& session, QString& 
     std::optional<int> value;
     if (words[0].compare(QLatin1String("cancel"), Qt::CaseInsensitive) != 0) {
         bool ok = false;
-        const int v = words[0].startsWith(QLatin1String("0x"), Qt::CaseInsensitive) ? words[0].mid(2).toInt(&ok, 16)
-                                                                                    : words[0].toInt(&ok);
+        const int v = words[0].startsWith(QLatin1String("0x"), Qt::CaseInsensitive)
+                          ? words[0].mid(2).toInt(&ok, 16)
+                          : words[0].toInt(&ok);
         const int kind = session.layout().colKind(cell->col);
         const bool output = kind == KindOutKino;
         const CSelections& sels = output ? session.catalogue(2) : session.catalogue(1);

@@ -1,6 +1,8 @@
 #include "model/steprules.h"
 
+#include "catalogue/cselections.h"
 #include "model/codes.h"
+#include "model/cstepinps.h"
 
 namespace vkm {
 
@@ -27,6 +29,19 @@ int flowLogic(const QString& category) {
     if (category == cat::RETURN)
         return LogicRet;
     return -1;
+}
+
+bool isStepTargetCategory(const QString& category) {
+    return category == cat::STEP || category == cat::JMP || category == cat::CALL;
+}
+
+bool isCounterStep(qint16 firstInputKino, const CSelections& selinp) {
+    return selinp.CategoryByValue(firstInputKino) == cat::COUNT;
+}
+
+bool isCounterStep(const CStepInps& inps, const CSelections& selinp) {
+    const auto first = inps.Item(QStringLiteral("1"));
+    return first && isCounterStep(qint16(first->Kino), selinp);
 }
 
 bool delayIsHalved(const QString& category, int delayKind) {

@@ -5,6 +5,9 @@
 
 namespace vkm {
 
+class CSelections;
+class CStepInps;
+
 // Rules of the machine that tie a function's category to the rest of its step. They are
 // asked by the sheet, the step image, the checks, the listing and the windows alike.
 
@@ -23,6 +26,15 @@ int flowLogic(const QString& category);
 bool delayIsHalved(const QString& category, int delayKind);
 qint64 shownDelay(qint64 stored, const QString& category, int delayKind);
 qint64 storedDelay(qint64 shown, const QString& category, int delayKind);
+
+// Functions that name a step by its number (jump, call and step targets): the selection
+// dialog takes their step number rather than listing them.
+bool isStepTargetCategory(const QString& category);
+
+// A counter step: its first input's function is a counter (category "COUNT"); the later
+// inputs hold its operands and the state bits of every input carry the counter identifier.
+bool isCounterStep(qint16 firstInputKino, const CSelections& selinp);
+bool isCounterStep(const CStepInps& inps, const CSelections& selinp);
 
 // Counter steps: input group 1 is a counter, groups 2 and 3 its operands, each a counter
 // or a number typed in. The counter identifier says which are numbers: a pattern of '0'

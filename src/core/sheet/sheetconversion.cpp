@@ -46,8 +46,7 @@ void SheetConversion::PasteThisData(const CStep& step, int row) {
         }
     }
     if (step.inps) {
-        const auto first = step.inps->Item(QStringLiteral("1"));
-        const bool counter = first && m_ctx.selinp.CategoryByValue(qint16(first->Kino)) == cat::COUNT;
+        const bool counter = isCounterStep(*step.inps, m_ctx.selinp);
         bool ended = false;
         for (int block = 1; block <= 4 && !ended; ++block) {
             const auto inp = step.inps->Item(QString::number(block));
