@@ -83,12 +83,12 @@ int main(int argc, char** argv) {
     const CSteps program = fullProgram(selout);
     ScriptedPrompter prompter;
     StepSheetEditor editor(selout, selinp, prompter, false, false);
-    editor.PasteData(program);
+    editor.conversion().PasteData(program);
     if (!editor.ExactInput()) {
         std::fprintf(stderr, "benchmark program fails check message %d\n", editor.lastCheckFailure().message);
         return 1;
     }
-    const double paste = medianNs(31, 50, [&] { editor.PasteData(program); });
+    const double paste = medianNs(31, 50, [&] { editor.conversion().PasteData(program); });
     const double check = medianNs(31, 50, [&] { editor.ExactInput(); });
     std::printf("PasteData (32 steps): %.1f us = %.4f of a 16 ms frame\n", paste / 1000, paste / kFrameNs);
     std::printf("ExactInput (32 steps): %.1f us = %.4f of a 16 ms frame\n", check / 1000, check / kFrameNs);

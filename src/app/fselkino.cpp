@@ -8,6 +8,8 @@
 #include "base/settings.h"
 #include "catalogue/cselections.h"
 #include "model/codes.h"
+#include "model/stepnumberentry.h"
+#include "model/steprules.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -28,7 +30,6 @@ namespace {
 // The smallest window size, in twips.
 constexpr int kMinWidth = 5490;
 constexpr int kMinHeight = 3525;
-constexpr int kMaxStep = 32;
 
 const QString kStepKey = QStringLiteral("StepInput");
 const QString kStepKey2 = QStringLiteral("StepInput2");
@@ -139,8 +140,10 @@ void fSelKino::Form_Load() {
         showLocal(QStringLiteral("Failed to read registry. "), 1);
     placeWindow();
     m_tv->setIconSize(QSize(16, 16));
-    if (m_tv->topLevelItemCount() == 0)
+    if (m_tv->topLevelItemCount() == 0) {
         BuildTree();
+        SelectTopNode();
+    }
     const bool expand = m_settings && m_settings->value(keys::DoesExpandTree) == 1;
     m_chk->setChecked(expand);
 }
@@ -183,7 +186,7 @@ void fSelKino::BuildTree() {
     QFont small = m_tv->font();
     small.setPointSize(8);
     for (const CSelection& e : sels->entries()) {
-        if (e.Category == cat::STEP || e.Category == cat::JMP || e.Category == cat::CALL)
+        if (isStepTargetCategory(e.Category))
             continue;
         auto* node =
             new QTreeWidgetItem(m_categoryNodes.value(e.Category), QStringList{e.Digital + '\t' + e.Advice});
@@ -261,7 +264,10 @@ void fSelKino::SelectTopNode() {
     if (!top)
         return;
     m_tv->setCurrentItem(top);
+    top->setSelected(true);
     m_tv->scrollToItem(top, QAbstractItemView::PositionAtTop);
+    // The keys go to the tree, so that Enter acts on the node.
+    m_tv->setFocus();
 }
 
 void fSelKino::ClearStepTagVariant() {
@@ -349,28 +355,18 @@ void fSelKino::findOp() {
 }
 
 bool fSelKino::stepNumberEntry(QTreeWidgetItem* node) {
-    const QString prompt = QStringLiteral("Input step number.\n\nmin = 1\nmax = %1").arg(kMaxStep);
+    const QString category = node->parent() ? node->parent()->text(0) : QString();
     for (;;) {
-        const std::optional<QString> answer = m_prompter.inputText(QString(), prompt, QString());
+        const std::optional<QString> answer = m_prompter.inputText(QString(), stepNumberPrompt(), QString());
         if (!answer)
             return false;
-        if (answer->isEmpty())
-            continue;
-        if (!isNumeric(*answer)) {
-            showLocal(QStringLiteral("Input step number."));
-            continue;
-        }
-        if (answer->size() > 4) {
-            showLocal(QStringLiteral("Input value is too large."));
+        const StepNumberAnswer checked = checkStepNumber(*answer, category);
+        if (!checked.accepted) {
+            if (!checked.message.isEmpty())
+                showLocal(checked.message);
             continue;
         }
-        const double n = roundHalfEven(leadingNumber(*answer));
-        if (n < 1 || n > kMaxStep) {
-            showLocal(QStringLiteral("Value is out of range.\n\nMIN = 1\n\nMAX = %1").arg(kMaxStep));
-            continue;
-        }
-        const bool call = node->parent() && node->parent()->text(0) == cat::CALL;
-        node->setData(0, TagRole, int(call ? callTarget(int(n)) : jumpTarget(int(n))));
+        node->setData(0, TagRole, int(checked.value));
         m_tv->setCurrentItem(node);
         selectOp();
         return true;

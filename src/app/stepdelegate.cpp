@@ -18,7 +18,7 @@ namespace {
 const QString kStar = QString::fromLatin1(StepSheet::kStar);
 
 bool isFunctionKind(int kind) {
-    return kind == KindOutKino || kind == KindInpKino;
+    return CellRules::editorFor(kind) == CellEditor::Function;
 }
 } // namespace
 
@@ -180,8 +180,8 @@ void StepDelegate::setEditorData(QWidget* editor, const QModelIndex& index) cons
 
 void StepDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const {
     if (auto* combo = qobject_cast<QComboBox*>(editor)) {
-        if (combo->currentIndex() >= 0)
-            model->setData(index, combo->currentData().toString(), Qt::EditRole);
+        m_refused = combo->currentIndex() >= 0 &&
+                    !model->setData(index, combo->currentData().toString(), Qt::EditRole);
         return;
     }
     if (auto* edit = qobject_cast<QLineEdit*>(editor)) {
@@ -193,7 +193,8 @@ void StepDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, cons
 
 bool StepDelegate::eventFilter(QObject* object, QEvent* event) {
     auto* edit = qobject_cast<QLineEdit*>(object);
-    if (!edit)
+    auto* combo = qobject_cast<QComboBox*>(object);
+    if (!edit && !combo)
         return QStyledItemDelegate::eventFilter(object, event);
     // The message box of a refused text takes the focus for a moment: that is no leaving.
     if (m_committing && (event->type() == QEvent::FocusOut || event->type() == QEvent::FocusIn))
@@ -201,23 +202,30 @@ bool StepDelegate::eventFilter(QObject* object, QEvent* event) {
     if (event->type() != QEvent::KeyPress)
         return QStyledItemDelegate::eventFilter(object, event);
     const int key = static_cast<QKeyEvent*>(event)->key();
-    if (key != Qt::Key_Return && key != Qt::Key_Enter && key != Qt::Key_Tab && key != Qt::Key_Backtab)
+    const bool tab = key == Qt::Key_Tab || key == Qt::Key_Backtab;
+    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    if (!tab && !(enter && edit))
         return QStyledItemDelegate::eventFilter(object, event);
+    auto* editor = static_cast<QWidget*>(object);
     m_refused = false;
     m_committing = true;
-    Q_EMIT commitData(edit);
+    Q_EMIT commitData(editor);
     m_committing = false;
     if (m_refused) {
-        edit->setText(m_restoreText);
-        edit->selectAll();
+        if (edit) {
+            edit->setText(m_restoreText);
+            edit->selectAll();
+        }
         // The message box had the keyboard: give it back to the editor's window and cell.
-        edit->window()->activateWindow();
-        edit->setFocus();
+        editor->window()->activateWindow();
+        editor->setFocus();
         return true;
     }
-    Q_EMIT closeEditor(edit, key == Qt::Key_Tab       ? QAbstractItemDelegate::EditNextItem
-                             : key == Qt::Key_Backtab ? QAbstractItemDelegate::EditPreviousItem
-                                                      : QAbstractItemDelegate::SubmitModelCache);
+    // The view would open the neighbour's editor itself on Tab, past every rule of that
+    // cell: the edit ends here and the window moves the current cell instead.
+    Q_EMIT closeEditor(editor, tab ? QAbstractItemDelegate::NoHint : QAbstractItemDelegate::SubmitModelCache);
+    if (tab)
+        Q_EMIT tabbedOut(key == Qt::Key_Tab ? 1 : -1);
     return true;
 }
 

@@ -34,6 +34,11 @@ public:
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
 
+Q_SIGNALS:
+    // Tab (+1) or Shift+Tab (-1) ended an edit: the current cell moves one column, and
+    // the next cell opens only when the user starts editing it.
+    void tabbedOut(int direction);
+
 protected:
     // Enter or Tab on a refused text keeps the cell editor open with the text the cell
     // restores, so that the user can correct it; leaving the cell otherwise ends the edit.

@@ -60,10 +60,6 @@ const CSelections& emptyCatalogue() {
     static const CSelections none;
     return none;
 }
-
-bool isComboKind(int kind) {
-    return kind == KindLogic || kind == KindDelayKind || kind == KindState || kind == KindRel;
-}
 } // namespace
 
 void StepEditorWindow::paintCorner() {
@@ -140,7 +136,7 @@ StepEditorWindow::StepEditorWindow(AppContext& context, int USRCMP, QWidget* par
 }
 
 StepEditorWindow::~StepEditorWindow() {
-    m_editor->sheet().setSelectionListener({});
+    m_editor->sheet().removeListener(m_selectionListener);
     // The model listens to the sheet; it goes before the editor that owns the sheet.
     m_grid->setModel(nullptr);
     delete m_model;
@@ -191,7 +187,8 @@ void StepEditorWindow::buildGrid() {
             m_contextMenu->popup(m_grid->viewport()->mapToGlobal(pos));
     });
     connect(m_delegate, &QAbstractItemDelegate::closeEditor, this, [this] { PrintHint(); });
-    m_editor->sheet().setSelectionListener([this] { followSheetSelection(); });
+    connect(m_delegate, &StepDelegate::tabbedOut, this, &StepEditorWindow::moveAcross);
+    m_selectionListener = m_editor->sheet().addSelectionListener([this] { followSheetSelection(); });
 }
 
 void StepEditorWindow::applyColumnWidths() {
@@ -335,7 +332,7 @@ QString StepEditorWindow::hintText() const {
 
 void StepEditorWindow::PrintHint() {
     const QModelIndex cur = m_grid->currentIndex();
-    m_lblHint->setText(cur.isValid() ? m_editor->hintText(cur.row(), cur.column()) : QString());
+    m_lblHint->setText(cur.isValid() ? m_editor->rules().hintText(cur.row(), cur.column()) : QString());
 }
 
 int StepEditorWindow::twipsToPixels(int twips) const {
@@ -381,7 +378,7 @@ void StepEditorWindow::onCurrentChanged() {
         m_syncing = false;
     }
     // The input method is on only where Japanese text may be typed (the remark cell).
-    const bool ime = cur.isValid() && m_editor->MustIMEON(cur.row(), cur.column());
+    const bool ime = cur.isValid() && m_editor->rules().MustIMEON(cur.row(), cur.column());
     if (m_grid->testAttribute(Qt::WA_InputMethodEnabled) != ime) {
         m_grid->setAttribute(Qt::WA_InputMethodEnabled, ime);
         QGuiApplication::inputMethod()->update(Qt::ImEnabled);
@@ -408,8 +405,9 @@ void StepEditorWindow::onSelectionChanged() {
         wholeRows = m_grid->selectionModel()->isRowSelected(r, {});
     m_syncing = true;
     StepSheet& sheet = m_editor->sheet();
-    sheet.setRowSelectionMode(wholeRows);
+    // A new selection starts in free mode: whole rows are marked after it is set.
     sheet.setSelection(cur.row(), cur.column(), cur.row() == r1 ? r2 : r1, cur.column() == c1 ? c2 : c1);
+    sheet.setRowSelectionMode(wholeRows);
     m_syncing = false;
 }
 
@@ -431,10 +429,11 @@ void StepEditorWindow::followSheetSelection() {
 
 // Keys and editing -----------------------------------------------------------------------
 
-void StepEditorWindow::openCellEditor(int row, int col, const std::optional<QString>& initialText) {
-    const int kind = m_editor->sheet().colKind(col);
-    const CellEditor editorKind = isComboKind(kind) ? CellEditor::Combo : CellEditor::Text;
-    m_delegate->prepare(editorKind, m_editor->comboList(row, col), initialText);
+void StepEditorWindow::openCellEditor(int row, int col, const StartEditResult& start,
+                                      const std::optional<QString>& initialText) {
+    // The sheet editor said how the cell is entered when it let the edit start.
+    m_delegate->prepare(start.editor == CellEditor::Combo ? CellEditor::Combo : CellEditor::Text,
+                        start.comboList, initialText);
     const QModelIndex index = m_model->index(row, col);
     m_grid->setCurrentIndex(index);
     m_grid->edit(index);
@@ -452,12 +451,26 @@ void StepEditorWindow::openCellEditor(int row, int col, const std::optional<QStr
     }
 }
 
+void StepEditorWindow::moveAcross(int direction) {
+    const QModelIndex cur = m_grid->currentIndex();
+    if (!cur.isValid())
+        return;
+    int col = cur.column() + direction;
+    while (col >= 1 && col < StepSheet::kCols && m_grid->isColumnHidden(col))
+        col += direction;
+    if (col < 1 || col >= StepSheet::kCols)
+        return;
+    m_grid->setCurrentIndex(m_model->index(cur.row(), col));
+    m_grid->setFocus();
+}
+
 void StepEditorWindow::F2Op(int row, int col) {
     if (!StepSheet::isStepRow(row) || col < 1)
         return;
-    switch (m_editor->F2InputOp(row, col)) {
+    const F2Result f2 = m_editor->entry().F2InputOp(row, col);
+    switch (f2.action) {
     case F2Action::StartEdit:
-        openCellEditor(row, col, std::nullopt);
+        openCellEditor(row, col, f2.start, std::nullopt);
         break;
     case F2Action::FunctionWritten:
         m_grid->setFocus();
@@ -490,12 +503,18 @@ bool StepEditorWindow::handleGridKey(QKeyEvent* key) {
         F2Op(row, col);
         return true;
     case Qt::Key_Delete:
-        m_editor->DeleteOp();
+        m_editor->clearing().DeleteOp();
         PrintHint();
         return true;
     case Qt::Key_Space:
-        m_editor->SpaceOp(row, col);
+        m_editor->entry().SpaceOp(row, col);
         PrintHint();
+        return true;
+    case Qt::Key_Tab:
+        moveAcross(1);
+        return true;
+    case Qt::Key_Backtab:
+        moveAcross(-1);
         return true;
     default:
         break;
@@ -514,8 +533,9 @@ void StepEditorWindow::typeText(const QString& text) {
     const QModelIndex cur = m_grid->currentIndex();
     if (!cur.isValid() || text.isEmpty())
         return;
-    if (m_editor->typeCharacter(cur.row(), cur.column(), text.at(0)))
-        openCellEditor(cur.row(), cur.column(), text);
+    const StartEditResult start = m_editor->entry().typeCharacter(cur.row(), cur.column(), text.at(0));
+    if (start.allowed)
+        openCellEditor(cur.row(), cur.column(), start, text);
     PrintHint();
 }
 

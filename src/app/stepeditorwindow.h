@@ -103,17 +103,21 @@ private:
     void wireHooks();
     bool handleGridKey(QKeyEvent* key);
     void typeText(const QString& text);
-    void openCellEditor(int row, int col, const std::optional<QString>& initialText);
+    void openCellEditor(int row, int col, const StartEditResult& start,
+                        const std::optional<QString>& initialText);
     void onCurrentChanged();
     void onSelectionChanged();
     void followSheetSelection();
     void onSectionResized(int logicalIndex, int newSize);
+    // Moves the current cell one visible column right (+1) or left (-1), as the arrow keys do.
+    void moveAcross(int direction);
     void updateTitle();
     void paintCorner();
 
     AppContext& m_context;
     int m_usrcmp;
     std::unique_ptr<StepSheetEditor> m_editor;
+    int m_selectionListener = 0;
     std::unique_ptr<FunctionChooserDialogs> m_dialogs;
     FunctionChooser m_chooser;
     CategoryChooser m_categoryChooser;

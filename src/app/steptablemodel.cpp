@@ -7,15 +7,9 @@
 
 namespace vkm {
 
-namespace {
-bool isComboKind(int kind) {
-    return kind == KindLogic || kind == KindDelayKind || kind == KindState || kind == KindRel;
-}
-} // namespace
-
 StepTableModel::StepTableModel(StepSheetEditor& editor, QObject* parent)
     : QAbstractTableModel(parent), m_editor(editor) {
-    m_editor.sheet().setChangeListener([this](const CellRect& r) {
+    m_listener = m_editor.sheet().addChangeListener([this](const CellRect& r) {
         if (r.isEmpty())
             return;
         const int r1 = std::max(r.row1, 0), c1 = std::max(r.col1, 0);
@@ -29,7 +23,7 @@ StepTableModel::StepTableModel(StepSheetEditor& editor, QObject* parent)
 }
 
 StepTableModel::~StepTableModel() {
-    m_editor.sheet().setChangeListener({});
+    m_editor.sheet().removeListener(m_listener);
 }
 
 int StepTableModel::rowCount(const QModelIndex& parent) const {
@@ -48,15 +42,9 @@ QVariant StepTableModel::data(const QModelIndex& index, int role) const {
     const int col = index.column();
     const int kind = sheet.colKind(col);
     switch (role) {
-    case Qt::DisplayRole: {
-        const QString text = sheet.text(row, col);
+    case Qt::DisplayRole:
         // A combo cell shows the name of its value (the delegate draws its picture).
-        if (row > 0 && isComboKind(kind) && !text.isEmpty() && text != QLatin1String(StepSheet::kStar)) {
-            const QString name = m_editor.comboName(row, col);
-            return name.isEmpty() ? text : name;
-        }
-        return text;
-    }
+        return m_editor.rules().displayText(row, col);
     case Qt::EditRole:
     case CellTextRole:
         return sheet.text(row, col);
@@ -126,12 +114,12 @@ bool StepTableModel::setData(const QModelIndex& index, const QVariant& value, in
     if (role != Qt::EditRole || !index.isValid() || !checkIndex(index, CheckIndexOption::IndexIsValid) ||
         !(flags(index) & Qt::ItemIsEditable))
         return false;
-    const ValidateResult r = m_editor.fg_ValidateEdit(index.row(), index.column(), value.toString());
+    const ValidateResult r = m_editor.entry().fg_ValidateEdit(index.row(), index.column(), value.toString());
     if (!r.accepted) {
         m_refusedText = r.text;
         return false;
     }
-    m_editor.fg_AfterEdit(index.row(), index.column());
+    m_editor.entry().fg_AfterEdit(index.row(), index.column());
     // The sheet notifies its own changes; this covers an accepted text equal to the old one.
     Q_EMIT dataChanged(index, index);
     return true;

@@ -37,6 +37,7 @@ public:
 
 private:
     StepSheetEditor& m_editor;
+    int m_listener = 0; // the sheet's change listener
     QString m_refusedText;
 };
 

@@ -17,7 +17,7 @@ int runCheck(const QStringList& args, CliContext& ctx) {
         return 1;
     ScriptedPrompter recorder;
     StepSheetEditor editor(ctx.selout(), ctx.selinp(), recorder, false, false);
-    editor.PasteData(program);
+    editor.conversion().PasteData(program);
     ctx.out().setEncoding(QStringConverter::Utf8);
     CSteps saved;
     if (ProgramCanLeave(editor, program, recorder, saved)) {

@@ -6,6 +6,7 @@
 #include "link/transfertext.h"
 #include "model/codes.h"
 #include "model/csteps.h"
+#include "model/steprules.h"
 
 #include <QRegularExpression>
 
@@ -23,16 +24,6 @@ QString orCode(const QString& text, int code) {
     return text.isEmpty() ? QLatin1Char('#') + QString::number(code) : text;
 }
 
-// Which counter operands are numbers typed in, by counter identifier: the pattern's
-// character for the input group is '1'.
-bool operandIsNumber(int counterId, int block) {
-    static const char* const patterns[] = {"01", "00", "011", "001", "010", "000"};
-    if (counterId < 0 || counterId > 5)
-        return false;
-    const QByteArray p(patterns[counterId]);
-    return block - 1 < p.size() && p[block - 1] == '1';
-}
-
 void dumpOutput(QTextStream& s, const CStepOut* out, int block, const CSelections& selout) {
     s << "  out" << block << ": ";
     if (!out || out->Kino == -1) {
@@ -41,20 +32,16 @@ void dumpOutput(QTextStream& s, const CStepOut* out, int block, const CSelection
     }
     const QString category = selout.CategoryByValue(out->Kino);
     s << functionText(selout, out->Kino) << ' ' << orCode(CStepOuts::LogicJ(out->Logic), out->Logic);
-    if (category == cat::JMP || category == cat::SUB || category == cat::CALL || category == cat::RETURN) {
+    if (isFlowCategory(category)) {
         s << '\n';
         return;
     }
-    // The machine counts timers in 2 ms units; the editor shows milliseconds.
-    const bool doubled = out->DelayKind == DelayTimer &&
-                         (category == cat::IN || category == cat::OUT || category == cat::RGST);
     s << ' ' << orCode(CStepOuts::DelayKindJ(out->DelayKind), out->DelayKind) << ' '
-      << (doubled ? qint64(out->DelayEtc) * 2 : qint64(out->DelayEtc)) << '\n';
+      << shownDelay(out->DelayEtc, category, out->DelayKind) << '\n';
 }
 
 void dumpInputs(QTextStream& s, const CStepInps& inps, const CSelections& selinp) {
-    const auto first = inps.Item(QStringLiteral("1"));
-    const bool counter = first && selinp.CategoryByValue(qint16(first->Kino)) == cat::COUNT;
+    const bool counter = isCounterStep(inps, selinp);
     bool afterEnd = false;
     for (int block = 1; block <= 4; ++block) {
         const auto inp = inps.Item(QString::number(block));
@@ -63,7 +50,7 @@ void dumpInputs(QTextStream& s, const CStepInps& inps, const CSelections& selinp
             s << "-\n";
             continue;
         }
-        if (counter && block > 1 && operandIsNumber(inps.CounterId, block))
+        if (counter && block > 1 && MustJyosu(inps.CounterId, block))
             s << quint16(inp->Kino);
         else
             s << functionText(selinp, inp->Kino);

@@ -3,7 +3,7 @@
 #include "clicontext.h"
 #include "command.h"
 
-#include "link/machinefiles.h"
+#include "document/programfile.h"
 #include "sheet/sheetexit.h"
 #include "sheet/stepsheeteditor.h"
 
@@ -18,16 +18,11 @@ int runResave(const QStringList& args, CliContext& ctx) {
         return 1;
     // The console prompter prints a failing check's message as the editor would show it.
     StepSheetEditor editor(ctx.selout(), ctx.selinp(), ctx.prompter(), false, false);
-    editor.PasteData(program);
+    editor.conversion().PasteData(program);
     CSteps saved;
-    if (!ProgramCanLeave(editor, program, ctx.prompter(), saved))
+    if (!ProgramCanLeave(editor, program, ctx.prompter(), saved) ||
+        !SaveProgramFile(saved, args[1], true, ctx.selout(), ctx.selinp(), ctx.prompter()))
         return 1;
-    const QString image = CreateTempName(1, eUSR);
-    if (!saved.SaveData(image, true, ctx.selout(), ctx.selinp()) ||
-        !CopyFiles(image, args[1], ctx.prompter())) {
-        ctx.prompter().showMessage(50, 2); // "Failed to save data..."
-        return 1;
-    }
     return 0;
 }
 

@@ -9,7 +9,10 @@
 #include "steptablemodel.h"
 #include "steptoolbar.h"
 
+#include "document/documents.h"
 #include "guitestsupport.h"
+#include "model/codes.h"
+#include "model/csteps.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
@@ -45,6 +48,7 @@ void fillInputs(CSelections& s) {
     s.Add("IN3", 3, "Input 3", "IN", "0", "0");
     s.Add("C1", 60, "Counter 1", "COUNT", "0", "99");
     s.Add("STEP", 90, "Step", "STEP", "0", "0");
+    s.Add("C5", 5, "Counter 5", "COUNT", "0", "500"); // below 32: it may add and subtract
 }
 
 // A window over a small catalogue, with scripted answers and a scratch settings store.
@@ -98,7 +102,7 @@ struct Editor : test::GuiFixture {
         QCoreApplication::processEvents(); // the delegate commits through a queued call
     }
     void setup(int row, int col, const QString& text) {
-        ASSERT_TRUE(ed().enterText(row, col, text)) << row << "," << col << " " << text.toStdString();
+        ASSERT_TRUE(ed().entry().enterText(row, col, text)) << row << "," << col << " " << text.toStdString();
     }
     // An output group with function, logic and delay kind.
     void output(int row, int col, const QString& fn, const QString& logic, const QString& kind) {
@@ -204,7 +208,7 @@ TEST(StepEditorEntry, CounterRowsAndInputsAfterEnd) {
     e.type(1, e.in(2), "42");
     EXPECT_EQ(e.sheet().text(1, e.in(2)), "42");
     EXPECT_TRUE(e.messages().empty());
-    EXPECT_EQ(e.win->hintText(), e.ed().hintText(1, e.in(2)));
+    EXPECT_EQ(e.win->hintText(), e.ed().rules().hintText(1, e.in(2)));
     EXPECT_TRUE(e.win->hintText().contains("Max:99")) << e.win->hintText().toStdString();
 
     // END in input group 2's relation closes the block: group 3 takes nothing more.
@@ -503,7 +507,7 @@ TEST(StepEditorDisplay, FilledProgramPaintsPicturesStarsAndDisabledRows) {
     e.output(4, o1, "OUT2", "2", "8");
     e.setup(4, o1 + 3, "5");
     e.setup(4, e.in(1), "IN1");
-    e.ed().DoGyoMuko(4, true);
+    e.ed().conversion().DoGyoMuko(4, true);
     e.setup(5, 1, "Jump");
     e.setup(5, o1, "JMP");
     e.setup(5, e.in(1), "IN2");
@@ -543,4 +547,183 @@ TEST(StepEditorDisplay, FilledProgramPaintsPicturesStarsAndDisabledRows) {
             grey = c.red() < 200 && qAbs(c.red() - c.green()) < 12 && qAbs(c.green() - c.blue()) < 12;
         }
     EXPECT_TRUE(grey);
+}
+
+namespace {
+// The cell editor open anywhere in the grid, if any.
+QWidget* anyCellEditor(Editor& e) {
+    for (QWidget* w : e.grid()->viewport()->findChildren<QWidget*>())
+        if (w->isVisible() && (qobject_cast<QLineEdit*>(w) || qobject_cast<QComboBox*>(w)))
+            return w;
+    return nullptr;
+}
+
+// Opens the cell editor of a combo cell by typing its value.
+QComboBox* typeIntoCombo(Editor& e, int row, int col, const QString& digit) {
+    e.go(row, col);
+    QTest::keyClicks(e.grid(), digit);
+    return qobject_cast<QComboBox*>(e.openEditor(row, col));
+}
+
+// Opens the line editor of a cell by typing its first character and puts text in it.
+QLineEdit* typeIntoLine(Editor& e, int row, int col, const QString& text) {
+    e.go(row, col);
+    QTest::keyClicks(e.grid(), text.left(1));
+    auto* line = qobject_cast<QLineEdit*>(e.openEditor(row, col));
+    if (line)
+        line->setText(text);
+    return line;
+}
+} // namespace
+
+// Tab ends the edit like Enter and moves to the next cell as the arrow keys do; the next
+// cell's editor opens only when the user starts editing it, through its own rules.
+TEST(StepEditorKeys, TabCommitsAndMovesWithoutOpeningTheNextCell) {
+    Editor e;
+    e.setup(2, e.out1(), "JMP");
+    ASSERT_EQ(e.sheet().text(2, e.out1() + 1), "3");
+
+    // From a jump row's function to its logic, which cannot be edited.
+    QLineEdit* line = typeIntoLine(e, 2, e.out1(), "JMP");
+    ASSERT_NE(line, nullptr);
+    QTest::keyClick(line, Qt::Key_Tab);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(e.grid()->currentIndex().column(), e.out1() + 1);
+    EXPECT_EQ(e.openEditor(2, e.out1() + 1), nullptr) << "the locked logic must not open";
+    EXPECT_EQ(anyCellEditor(e), nullptr);
+    EXPECT_EQ(e.sheet().text(2, e.out1() + 1), "3");
+
+    // From a counter's logic into the "***" delay kind beside it.
+    e.setup(1, e.out1(), "C1");
+    QComboBox* combo = typeIntoCombo(e, 1, e.out1() + 1, "4");
+    ASSERT_NE(combo, nullptr);
+    QTest::keyClick(combo, Qt::Key_Tab);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(e.sheet().text(1, e.out1() + 1), "4") << "Tab commits the edit";
+    EXPECT_EQ(e.sheet().text(1, e.out1() + 2), "***");
+    EXPECT_EQ(e.grid()->currentIndex(), e.win->model()->index(1, e.out1() + 2));
+    EXPECT_EQ(e.openEditor(1, e.out1() + 2), nullptr) << "a *** cell never opens";
+
+    // Shift+Tab goes back a cell; a refused text keeps its editor open where it is.
+    line = typeIntoLine(e, 1, e.out2(), "OUT2");
+    ASSERT_NE(line, nullptr);
+    QTest::keyClick(line, Qt::Key_Backtab, Qt::ShiftModifier);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(e.sheet().text(1, e.out2()), "OUT2");
+    EXPECT_EQ(e.grid()->currentIndex().column(), e.out1() + 3);
+    EXPECT_EQ(e.openEditor(1, e.out1() + 3), nullptr);
+    e.prompter.clear();
+    line = typeIntoLine(e, 3, 1, QString(21, 'x'));
+    ASSERT_NE(line, nullptr);
+    QTest::keyClick(line, Qt::Key_Tab);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(e.messages(), std::vector<int>{56});
+    EXPECT_EQ(e.grid()->currentIndex().column(), 1);
+    EXPECT_NE(e.openEditor(3, 1), nullptr);
+
+    QTest::keyClick(e.openEditor(3, 1), Qt::Key_Escape);
+
+    // Without an editor, Tab and Shift+Tab move as the arrow keys do and open nothing.
+    e.go(2, e.out1());
+    QTest::keyClick(e.grid(), Qt::Key_Tab);
+    EXPECT_EQ(e.grid()->currentIndex(), e.win->model()->index(2, e.out1() + 1));
+    QTest::keyClick(e.grid(), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(e.grid()->currentIndex(), e.win->model()->index(2, e.out1()));
+    EXPECT_EQ(anyCellEditor(e), nullptr);
+}
+
+// Whole rows (picked in the step number column) are not cleared by Delete: that is cut.
+TEST(StepEditorKeys, DeleteOnWholeRowsChangesNothing) {
+    Editor e;
+    e.setup(3, 1, "keep me");
+    e.output(3, e.out1(), "OUT1", "1", "2");
+    e.win->setChanged(false);
+    QHeaderView* steps = e.grid()->verticalHeader();
+    QTest::mouseClick(
+        steps->viewport(), Qt::LeftButton, {},
+        QPoint(steps->width() / 2, steps->sectionViewportPosition(3) + steps->sectionSize(3) / 2));
+    ASSERT_TRUE(e.grid()->selectionModel()->isRowSelected(3, {}));
+    QTest::keyClick(e.grid(), Qt::Key_Delete);
+    EXPECT_EQ(e.messages(), std::vector<int>{151});
+    EXPECT_EQ(e.sheet().text(3, 1), "keep me");
+    EXPECT_EQ(e.sheet().text(3, e.out1()), "OUT1");
+    EXPECT_FALSE(e.win->IsChanged());
+}
+
+// The selection dialog opens with its first node selected and the keyboard in its tree:
+// F2 then Enter acts on that node (a category, which cannot be chosen).
+TEST(StepEditorKeys, F2ThenEnterActsOnTheTopNode) {
+    Editor e;
+    FunctionChooserDialogs* dialogs = e.win->functionDialogs();
+    ASSERT_NE(dialogs, nullptr);
+    QString current;
+    whenModal([&](QWidget* modal) {
+        fSelKino* d = dialogs->dialog(2);
+        if (modal != d) {
+            ADD_FAILURE() << "the output dialog is not the modal window";
+            modal->close();
+            return;
+        }
+        if (QTreeWidgetItem* item = d->tree()->currentItem())
+            current = item->text(0);
+        // The user presses Enter once the dialog has the keyboard.
+        EXPECT_TRUE(QTest::qWaitForWindowActive(d));
+        QWidget* focus = QApplication::focusWidget();
+        if (focus)
+            QTest::keyClick(focus, Qt::Key_Return);
+        d->cancelOp();
+    });
+    e.go(5, e.out1());
+    QTest::keyClick(e.grid(), Qt::Key_F2);
+    EXPECT_EQ(current, "OUT");
+    ASSERT_EQ(e.prompter.shown().size(), 1u);
+    EXPECT_EQ(e.prompter.shown()[0].text, "You cannnot select category!");
+    EXPECT_EQ(e.sheet().text(5, e.out1()), "");
+}
+
+// A counter row that adds, typed cell by cell with the keyboard as a user does: the operand
+// of input group 3 closes the block with END, so the row is saved and reads back the same.
+TEST(StepEditorKeys, AddingCounterRowTypedSavedAndReadBack) {
+    Editor e;
+    const auto combo = [&](int row, int col, const QString& digit) {
+        QComboBox* c = typeIntoCombo(e, row, col, digit);
+        ASSERT_NE(c, nullptr) << col;
+        QTest::keyClick(c, Qt::Key_Return);
+        QCoreApplication::processEvents();
+    };
+    e.type(1, e.out1(), "OUT1");
+    combo(1, e.out1() + 1, "1");
+    combo(1, e.out1() + 2, "2");
+    e.type(1, e.out1() + 3, "5");
+    e.type(1, e.in(1), "C5");
+    combo(1, e.in(1) + 2, "7");
+    e.type(1, e.in(2), "12");
+    combo(1, e.in(2) + 2, "3");
+    e.type(1, e.in(3), "100");
+    EXPECT_TRUE(e.messages().empty());
+    EXPECT_EQ(e.sheet().text(1, e.in(3) + 2), "2") << "END comes with the last operand";
+    EXPECT_EQ(e.sheet().text(1, e.in(3) + 1), "***");
+    // The END cannot be edited: typing on it is refused.
+    e.go(1, e.in(3) + 2);
+    QTest::keyClicks(e.grid(), "0");
+    EXPECT_EQ(e.messages(), std::vector<int>{49});
+    e.prompter.clear();
+
+    StepSheetEditor comparison(e.out, e.inp, e.prompter, true, false);
+    Documents docs(e.prompter, nullptr, e.out, e.inp, e.ed(), comparison);
+    const QString path = e.ts.scratch.file("ADD.GSP");
+    docs.filePath(0) = path;
+    ASSERT_TRUE(docs.user().SaveStepData(false)) << e.prompter.lastNumber();
+    EXPECT_TRUE(e.messages().empty());
+
+    Editor back;
+    StepSheetEditor comparison2(back.out, back.inp, back.prompter, true, false);
+    Documents docs2(back.prompter, nullptr, back.out, back.inp, back.ed(), comparison2);
+    ASSERT_TRUE(docs2.user().ReadStep(0, 0, path));
+    for (int col = 1; col < StepSheet::kCols; ++col)
+        EXPECT_EQ(back.sheet().text(1, col), e.sheet().text(1, col)) << col;
+    const CStepInps& inputs = *docs2.userProgram().Item(1)->inps;
+    EXPECT_EQ(inputs.CounterId, 2) << "both operands are numbers";
+    EXPECT_EQ(inputs.Item(QStringLiteral("3"))->Rel, RelEnd);
+    EXPECT_TRUE(back.ed().ExactInput());
 }

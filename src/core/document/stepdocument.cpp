@@ -7,6 +7,7 @@
 #include "document/documents.h"
 #include "document/memorules.h"
 #include "document/passwordrules.h"
+#include "document/programfile.h"
 #include "link/machinefiles.h"
 #include "sheet/sheetexit.h"
 #include "sheet/stepsheeteditor.h"
@@ -125,7 +126,7 @@ bool StepDocument::ReadStep(int eUSRCMP, int source, const QString& fileName) {
     const bool firstComparison = eUSRCMP == 1 && !(hooks.comparisonLoaded && hooks.comparisonLoaded());
     if (firstComparison && hooks.showComparison)
         hooks.showComparison();
-    target.m_editor.PasteData(m_owner.program(eUSRCMP));
+    target.m_editor.conversion().PasteData(m_owner.program(eUSRCMP));
     target.m_changed = false;
     target.refreshTitle();
     if (hooks.loadForms)
@@ -168,19 +169,9 @@ bool StepDocument::SaveStepData(bool saveAs) {
     }
 
     CSteps saved;
-    if (!ProgramFromSheet(m_editor, program(), prompter, saved))
+    if (!ProgramFromSheet(m_editor, program(), prompter, saved) ||
+        !SaveProgramFile(saved, path, askName, m_owner.selout(), m_owner.selinp(), prompter, m_owner.clock()))
         return false;
-    const QString image = CreateTempName(1, 0);
-    if (!saved.SaveData(image, askName, m_owner.selout(), m_owner.selinp(), m_owner.clock())) {
-        prompter.showMessage(50, 1);
-        return false;
-    }
-    if (!BeReadyDrive(path, prompter))
-        return false;
-    if (!CopyFiles(image, path, prompter)) {
-        prompter.showMessage(79, 1);
-        return false;
-    }
     program() = std::move(saved);
     m_owner.filePath(0) = path;
     refreshTitle();

@@ -2,6 +2,7 @@
 
 #include "catalogue/cselections.h"
 #include "model/codes.h"
+#include "model/steprules.h"
 
 namespace vkm {
 
@@ -14,16 +15,8 @@ CStepOuts::Ptr CStepOuts::Add(qint32 Block, qint32 Kino, qint32 Logic, qint32 De
     out->DelayEtc = DelayEtc;
     // Flow-control functions carry their logic in the function itself: the machine
     // decides jump, call, return or subtract from the logic nibble, so it must match.
-    const QString category = sels.CategoryByValue(out->Kino);
-    if (category == cat::SUB)
-        Logic = LogicSub;
-    else if (category == cat::JMP)
-        Logic = LogicJmp;
-    else if (category == cat::CALL)
-        Logic = LogicCall;
-    else if (category == cat::RETURN)
-        Logic = LogicRet;
-    out->Logic = Logic;
+    const int forced = flowLogic(sels.CategoryByValue(out->Kino));
+    out->Logic = forced >= 0 ? forced : Logic;
     if (!add(QString::number(Block), out))
         return nullptr;
     return out;

@@ -8,10 +8,24 @@ namespace vkm {
 
 // An ordered collection whose items are kept in insertion order under a string key
 // (the decimal text of a number) and found by key or by 1-based index. Items are
-// shared: whoever holds one holds the same object as the collection.
+// shared: whoever holds one holds the same object as the collection. A copy of the
+// collection is a collection of its own, with copies of the items.
 template <typename T> class KeyedCollection {
 public:
     using Ptr = std::shared_ptr<T>;
+
+    KeyedCollection() = default;
+    KeyedCollection(const KeyedCollection& other) { copyItems(other); }
+    KeyedCollection& operator=(const KeyedCollection& other) {
+        if (this != &other) {
+            m_items.clear();
+            copyItems(other);
+        }
+        return *this;
+    }
+    KeyedCollection(KeyedCollection&&) noexcept = default;
+    KeyedCollection& operator=(KeyedCollection&&) noexcept = default;
+    ~KeyedCollection() = default;
 
     // Appends under key; false (and nothing added) when the key exists already.
     bool add(const QString& key, Ptr item) {
@@ -69,6 +83,11 @@ public:
     const_iterator end() const { return const_iterator(m_items.end()); }
 
 private:
+    void copyItems(const KeyedCollection& other) {
+        m_items.reserve(other.m_items.size());
+        for (const Entry& e : other.m_items)
+            m_items.push_back({e.key, e.item ? std::make_shared<T>(*e.item) : nullptr});
+    }
     int indexOf(const QString& key) const {
         for (std::size_t i = 0; i < m_items.size(); ++i)
             if (m_items[i].key == key)

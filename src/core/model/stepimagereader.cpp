@@ -5,6 +5,7 @@
 #include "catalogue/cselections.h"
 #include "model/codes.h"
 #include "model/stepimagelayout.h"
+#include "model/steprules.h"
 
 #include <QFile>
 
@@ -96,7 +97,7 @@ bool GetInputCols(ImageReader& r, const CSelections& selinp, CStepInps& inps) {
     const QByteArray raw = r.take(kInputRecordSize * kInputsPerStep);
     auto kinoAt = [&](int i) { return qint16(quint8(raw[i * 3]) | (quint8(raw[i * 3 + 1]) << 8)); };
     auto stateAt = [&](int i) { return quint8(raw[i * 3 + 2]); };
-    if (selinp.CategoryByValue(kinoAt(0)) == cat::COUNT)
+    if (isCounterStep(kinoAt(0), selinp))
         inps.CounterId = stateAt(0) & 0x0F;
     for (int i = 0; i < kInputsPerStep; ++i)
         inps.Add(i + 1, kinoAt(i), quint8(stateAt(i) & 3), stateAt(i) / 16);

@@ -5,6 +5,7 @@
 #include "catalogue/cselections.h"
 #include "model/codes.h"
 #include "model/stepimagelayout.h"
+#include "model/steprules.h"
 
 #include <QFile>
 
@@ -139,7 +140,7 @@ bool writeInputs(ImageWriter& w, const CStep& step, const CSelections& selinp) {
     if (!first || !selinp.Item(QString::number(qint16(first->Kino))))
         return failStep(ErrInvalidCall);
     // In a counter step the low nibble of every state byte carries the counter number.
-    const bool counter = selinp.CategoryByValue(qint16(first->Kino)) == cat::COUNT;
+    const bool counter = isCounterStep(*step.inps, selinp);
     bool afterEnd = false;
     for (int block = 1; block <= kInputsPerStep; ++block) {
         const auto inp = step.inps->Item(QString::number(block));

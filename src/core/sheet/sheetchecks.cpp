@@ -2,30 +2,22 @@
 
 #include "base/number.h"
 #include "base/prompter.h"
-#include "catalogue/cselections.h"
 #include "model/codes.h"
-#include "model/csteps.h"
+#include "model/steprules.h"
+#include "sheet/sheetqueries.h"
+#include "sheet/stepsheet.h"
+
+#include <QStringList>
 
 namespace vkm {
 
 namespace {
 constexpr int kFirst = StepSheet::kFirstStepRow;
 constexpr int kLast = StepSheet::kLastStepRow;
-
-bool isFlowOutput(const QString& c) {
-    return c == cat::JMP || c == cat::CALL || c == cat::RETURN;
-}
 } // namespace
 
-SheetChecks::SheetChecks(StepSheetEditor& editor, Prompter& prompter)
-    : m_editor(editor), m_sheet(editor.sheet()), m_prompter(prompter) {}
-
-bool StepSheetEditor::ExactInput() {
-    SheetChecks checks(*this, m_prompter);
-    const bool ok = checks.run();
-    m_lastFailure = checks.failure();
-    return ok;
-}
+SheetChecks::SheetChecks(StepSheet& sheet, const SheetQueries& queries, Prompter& prompter)
+    : m_sheet(sheet), m_q(queries), m_prompter(prompter) {}
 
 bool SheetChecks::run() {
     m_failure = CheckFailure{};
@@ -37,7 +29,7 @@ bool SheetChecks::run() {
 bool SheetChecks::fail(int message, int row, int col) {
     m_failure = {message, row, col};
     if (row >= 0)
-        m_editor.sheet().select(row, col);
+        m_sheet.select(row, col);
     m_prompter.showMessage(message, 2);
     return false;
 }
@@ -46,15 +38,14 @@ bool SheetChecks::fail(int message, int row, int col) {
 // that names a function must say how and when.
 bool SheetChecks::check01() {
     for (int r = kFirst; r <= kLast; ++r) {
-        if (!m_editor.RowHasAllInput(r) && !m_editor.RowHasReturnOutput(r) && m_editor.ExistsValidRow(r) &&
-            !m_editor.ExistsEND(r, m_sheet.colInp(), true))
+        if (!m_q.RowHasAllInput(r) && !m_q.RowHasReturnOutput(r) && m_q.ExistsValidRow(r) &&
+            !m_q.ExistsEND(r, m_sheet.colInp(), true))
             return fail(52, r, m_sheet.colInp());
         for (int g = 1; g <= 2; ++g) {
             const int kc = m_sheet.outputGroupCol(g);
-            if (m_editor.isEmptyCell(r, kc))
+            if (m_q.isEmptyCell(r, kc))
                 continue;
-            if (m_editor.isEmptyCell(r, kc + 1) || m_editor.isEmptyCell(r, kc + 2) ||
-                m_editor.isEmptyCell(r, kc + 3))
+            if (m_q.isEmptyCell(r, kc + 1) || m_q.isEmptyCell(r, kc + 2) || m_q.isEmptyCell(r, kc + 3))
                 return fail(64, r, kc + 2);
         }
     }
@@ -63,7 +54,7 @@ bool SheetChecks::check01() {
 
 bool SheetChecks::check02() {
     for (int r = kFirst; r <= kLast; ++r)
-        if (!m_editor.isEmptyCell(r, m_editor.FindFirstInputKinoCol()) && !m_editor.ExistsValidRow(r))
+        if (!m_q.isEmptyCell(r, m_q.FindFirstInputKinoCol()) && !m_q.ExistsValidRow(r))
             return fail(76, r, m_sheet.GetcolOutKino1());
     return true;
 }
@@ -72,10 +63,10 @@ bool SheetChecks::check03() {
     const int o1 = m_sheet.GetcolOutKino1();
     const int o2 = m_sheet.GetcolOutKino2();
     for (int r = kFirst; r <= kLast; ++r) {
-        if (m_editor.isEmptyCell(r, o2))
+        if (m_q.isEmptyCell(r, o2))
             continue;
         // The category kept with the cell is the catalogue's category of its number.
-        if (isFlowOutput(m_editor.category(r, o2)) && isFlowOutput(m_editor.category(r, o1)))
+        if (isBranchCategory(m_q.category(r, o2)) && isBranchCategory(m_q.category(r, o1)))
             return fail(112, r, o1);
     }
     return true;
@@ -85,20 +76,20 @@ bool SheetChecks::check03() {
 bool SheetChecks::check04() {
     bool edge = false;
     for (int r = kFirst; r <= kLast && !edge; ++r) {
-        if (m_editor.IsRowDisabled(r) || m_editor.RowHasAllInput(r))
+        if (m_q.IsRowDisabled(r) || m_q.RowHasAllInput(r))
             continue;
         for (int g = 1; g <= 4 && !edge; ++g) {
             const int sc = m_sheet.inputGroupCol(g) + 1;
-            if (m_editor.isEmptyCell(r, sc) || m_editor.isStar(r, sc))
+            if (m_q.isEmptyCell(r, sc) || m_q.isStar(r, sc))
                 continue;
-            const int state = m_editor.cellValue(r, sc);
+            const int state = m_q.cellValue(r, sc);
             edge = state == StatePosEdg || state == StateNegEdg;
         }
     }
     if (!edge)
         return true;
     for (int r = kFirst; r <= kLast; ++r) {
-        if (m_editor.IsRowDisabled(r))
+        if (m_q.IsRowDisabled(r))
             continue;
         if (m_sheet.text(r, m_sheet.GetcolOutKino1()) == QLatin1String("EMAKE") ||
             m_sheet.text(r, m_sheet.GetcolOutKino2()) == QLatin1String("EMAKE"))
@@ -114,8 +105,7 @@ bool SheetChecks::check05() {
     for (int r = kFirst; r <= kLast; ++r) {
         QString pattern;
         for (int g = 1; g <= 4; ++g)
-            pattern +=
-                m_editor.isEmptyCell(r, m_sheet.inputGroupCol(g)) ? QLatin1Char('0') : QLatin1Char('1');
+            pattern += m_q.isEmptyCell(r, m_sheet.inputGroupCol(g)) ? QLatin1Char('0') : QLatin1Char('1');
         if (!allowed.contains(pattern))
             return fail(115, r, m_sheet.colInp());
     }
@@ -126,7 +116,7 @@ bool SheetChecks::checkGroupComplete(int row, int kc, int width) {
     int filled = 0;
     int firstEmpty = -1;
     for (int i = 0; i < width; ++i) {
-        if (m_editor.isEmptyCell(row, kc + i)) {
+        if (m_q.isEmptyCell(row, kc + i)) {
             if (firstEmpty < 0)
                 firstEmpty = kc + i;
         } else {
@@ -155,7 +145,7 @@ bool SheetChecks::check08() {
         int ends = 0;
         for (int g = 1; g <= 4; ++g) {
             const int rc = m_sheet.inputGroupCol(g) + 2;
-            if (m_editor.isEmptyCell(r, rc) || m_editor.isStar(r, rc) || m_editor.cellValue(r, rc) != RelEnd)
+            if (m_q.isEmptyCell(r, rc) || m_q.isStar(r, rc) || m_q.cellValue(r, rc) != RelEnd)
                 continue;
             if (++ends > 1)
                 return fail(134, r, rc);
@@ -170,11 +160,11 @@ bool SheetChecks::check09() {
     const int o1 = m_sheet.GetcolOutKino1();
     const int o2 = m_sheet.GetcolOutKino2();
     for (int r = kFirst; r <= kLast; ++r) {
-        if (m_editor.isEmptyCell(r, o1) || m_sheet.text(r, o1) != m_sheet.text(r, o2) ||
+        if (m_q.isEmptyCell(r, o1) || m_sheet.text(r, o1) != m_sheet.text(r, o2) ||
             m_sheet.text(r, o1 + 2) != m_sheet.text(r, o2 + 2))
             continue;
-        const int l1 = m_editor.cellValue(r, o1 + 1);
-        const int l2 = m_editor.cellValue(r, o2 + 1);
+        const int l1 = m_q.cellValue(r, o1 + 1);
+        const int l2 = m_q.cellValue(r, o2 + 1);
         const bool pulse = (l1 == LogicHigh && l2 == LogicLow) || (l1 == LogicLow && l2 == LogicHigh) ||
                            (l1 == LogicNot && l2 == LogicNot);
         if (pulse && leadingInteger(m_sheet.text(r, o2 + 3)) <= leadingInteger(m_sheet.text(r, o1 + 3)))
@@ -187,24 +177,15 @@ bool SheetChecks::check10() {
     const int o1 = m_sheet.GetcolOutKino1();
     const int o2 = m_sheet.GetcolOutKino2();
     for (int r = kFirst; r <= kLast; ++r) {
-        if (m_editor.isEmptyCell(r, o1))
+        if (m_q.isEmptyCell(r, o1))
             continue;
-        const QString c = m_editor.category(r, o1);
-        int required = -1;
-        if (c == cat::SUB)
-            required = LogicSub;
-        else if (c == cat::JMP)
-            required = LogicJmp;
-        else if (c == cat::CALL)
-            required = LogicCall;
-        else if (c == cat::RETURN)
-            required = LogicRet;
+        const int required = flowLogic(m_q.category(r, o1));
         if (required < 0)
             continue;
-        if (m_editor.isEmptyCell(r, o1 + 1) || m_editor.cellValue(r, o1 + 1) != required)
+        if (m_q.isEmptyCell(r, o1 + 1) || m_q.cellValue(r, o1 + 1) != required)
             return fail(153, r, o1 + 1);
         for (int col : {o1 + 2, o1 + 3, o2, o2 + 1, o2 + 2, o2 + 3})
-            if (!m_editor.isStar(r, col))
+            if (!m_q.isStar(r, col))
                 return fail(154, r, col);
     }
     return true;
@@ -226,11 +207,11 @@ bool SheetChecks::check11() {
 }
 
 bool SheetChecks::checkDelayRange(int row, int kc) {
-    if (!isNumeric(m_sheet.text(row, kc + 3)) || m_editor.isEmptyCell(row, kc))
+    if (!isNumeric(m_sheet.text(row, kc + 3)) || m_q.isEmptyCell(row, kc))
         return true;
     qint32 lMin = 0;
     qint32 lMax = 0;
-    m_editor.delayRange(row, kc, lMin, lMax);
+    m_q.delayRange(row, kc, lMin, lMax);
     const qint64 value = leadingInteger(m_sheet.text(row, kc + 3));
     if (value < lMin || value > lMax)
         return fail(159, row, kc + 3);

@@ -1,15 +1,24 @@
 #pragma once
 
-#include "sheet/stepsheeteditor.h"
-
 namespace vkm {
+
+class Prompter;
+class SheetQueries;
+class StepSheet;
+
+// The cell a failing check pointed at (row and column -1 when it selects none).
+struct CheckFailure {
+    int message = 0;
+    int row = -1;
+    int col = -1;
+};
 
 // The consistency checks that run before a program leaves the editor (save, print,
 // send). They read the sheet only; a failing check selects its cell, shows its message
 // (style 2) and stops the run.
 class SheetChecks {
 public:
-    SheetChecks(StepSheetEditor& editor, Prompter& prompter);
+    SheetChecks(StepSheet& sheet, const SheetQueries& queries, Prompter& prompter);
 
     // Runs the checks in order; the first failure wins.
     bool run();
@@ -32,8 +41,8 @@ private:
     bool checkEven(int row, int kc);
     bool checkDelayRange(int row, int kc);
 
-    StepSheetEditor& m_editor;
-    const StepSheet& m_sheet;
+    StepSheet& m_sheet;
+    const SheetQueries& m_q;
     Prompter& m_prompter;
     CheckFailure m_failure;
 };

@@ -7,7 +7,7 @@ namespace vkm {
 
 bool ProgramFromSheet(const StepSheetEditor& editor, const CSteps& current, Prompter& prompter, CSteps& out,
                       int style) {
-    if (editor.Update_step(current, out))
+    if (editor.conversion().Update_step(current, out))
         return true;
     prompter.showMessage(80, style); // "Make sure that all the information are set."
     return false;

@@ -21,86 +21,21 @@ CellRect CellRect::united(const CellRect& o) const {
     return {std::min(row1, o.row1), std::min(col1, o.col1), std::max(row2, o.row2), std::max(col2, o.col2)};
 }
 
-StepSheet::StepSheet(bool locateInpFirst) : m_locateInpFirst(locateInpFirst) {
-    Format_fg();
-}
-
-void StepSheet::Format_fg() {
-    m_colOut1 = m_locateInpFirst ? 14 : 2;
-    m_colOut2 = m_locateInpFirst ? 18 : 6;
-    m_colInp = m_locateInpFirst ? 2 : 10;
+StepSheet::StepSheet(bool locateInpFirst) : SheetLayout(locateInpFirst) {
     SetTitleCaption();
     for (int r = kFirstStepRow; r <= kLastStepRow; ++r)
         at(r, 0).text = QString::number(r);
-    for (int c = 0; c < kCols; ++c) {
-        if (c == 0)
-            m_normalColors[std::size_t(c)] = sheetcolor::StepColumn;
-        else if (c == 1)
-            m_normalColors[std::size_t(c)] = sheetcolor::RemarkColumn;
-        else
-            m_normalColors[std::size_t(c)] = isOutputCol(c) ? sheetcolor::OutputCell : sheetcolor::InputCell;
-    }
 }
 
 void StepSheet::SetTitleCaption() {
-    static const char* outTitles[] = {"Output", "Logic", "Delay Kind", "Delay Value"};
-    static const char* inpTitles[] = {"Input", "Stat.", "8"};
-    m_kinds[0] = KindStep;
-    at(0, 0).text = QStringLiteral("STEP");
-    m_kinds[1] = KindRemark;
-    at(0, 1).text = QStringLiteral("Remark");
-    for (int g = 1; g <= 2; ++g) {
-        for (int i = 0; i < 4; ++i) {
-            const int c = outputGroupCol(g) + i;
-            m_kinds[std::size_t(c)] = KindOutKino + i;
-            at(0, c).text = QString::fromLatin1(outTitles[i]);
-        }
-    }
-    for (int g = 1; g <= 4; ++g) {
-        for (int i = 0; i < 3; ++i) {
-            const int c = inputGroupCol(g) + i;
-            m_kinds[std::size_t(c)] = KindInpKino + i;
-            at(0, c).text = QString::fromLatin1(inpTitles[i]);
-        }
-    }
-}
-
-int StepSheet::colKind(int col) const {
-    return col >= 0 && col < kCols ? m_kinds[std::size_t(col)] : -1;
-}
-
-bool StepSheet::isOutputCol(int col) const {
-    return (col >= m_colOut1 && col < m_colOut1 + 4) || (col >= m_colOut2 && col < m_colOut2 + 4);
-}
-
-bool StepSheet::isInputCol(int col) const {
-    return col >= m_colInp && col < m_colInp + 12;
-}
-
-int StepSheet::groupOf(int col) const {
-    if (col >= m_colOut1 && col < m_colOut1 + 4)
-        return 1;
-    if (col >= m_colOut2 && col < m_colOut2 + 4)
-        return 2;
-    if (isInputCol(col))
-        return (col - m_colInp) / 3 + 1;
-    return 0;
-}
-
-int StepSheet::groupStart(int col) const {
-    if (isOutputCol(col))
-        return outputGroupCol(groupOf(col));
-    if (isInputCol(col))
-        return inputGroupCol(groupOf(col));
-    return -1;
+    static const char* titles[] = {"STEP",        "Remark", "Output", "Logic", "Delay Kind",
+                                   "Delay Value", "Input",  "Stat.",  "8"};
+    for (int c = 0; c < kCols; ++c)
+        at(0, c).text = QString::fromLatin1(titles[colKind(c)]);
 }
 
 QString StepSheet::headerText(int col) const {
     return isValidCell(0, col) ? at(0, col).text : QString();
-}
-
-QString StepSheet::headerFont(int col) const {
-    return colKind(col) == KindRel ? QString::fromLatin1(kSymbolFont) : QString();
 }
 
 QString StepSheet::text(int row, int col) const {
@@ -156,10 +91,6 @@ void StepSheet::setRowDisabled(int row, bool disabled) {
     touch(row, 0, row, kCols - 1);
 }
 
-quint32 StepSheet::normalColor(int col) const {
-    return col >= 0 && col < kCols ? m_normalColors[std::size_t(col)] : sheetcolor::InputCell;
-}
-
 quint32 StepSheet::backColor(int row, int col) const {
     if (row == 0) {
         if (isOutputCol(col))
@@ -208,9 +139,32 @@ void StepSheet::setRowSelectionMode(bool on) {
     notifySelection();
 }
 
+StepSheet::ListenerId StepSheet::addChangeListener(std::function<void(const CellRect&)> listener) {
+    m_changeListeners.push_back({m_nextListener, std::move(listener)});
+    return m_nextListener++;
+}
+
+StepSheet::ListenerId StepSheet::addSelectionListener(std::function<void()> listener) {
+    m_selectionListeners.push_back({m_nextListener, std::move(listener)});
+    return m_nextListener++;
+}
+
+void StepSheet::removeListener(ListenerId id) {
+    std::erase_if(m_changeListeners, [id](const auto& l) { return l.id == id; });
+    std::erase_if(m_selectionListeners, [id](const auto& l) { return l.id == id; });
+}
+
+// Listeners are called from a copy: one may add or remove listeners while it is told.
 void StepSheet::notifySelection() {
-    if (m_onSelection)
-        m_onSelection();
+    const auto listeners = m_selectionListeners;
+    for (const auto& l : listeners)
+        l.call();
+}
+
+void StepSheet::notifyChange(const CellRect& r) {
+    const auto listeners = m_changeListeners;
+    for (const auto& l : listeners)
+        l.call(r);
 }
 
 void StepSheet::touch(int row1, int col1, int row2, int col2) {
@@ -220,8 +174,7 @@ void StepSheet::touch(int row1, int col1, int row2, int col2) {
         m_pending = m_pending.united(r);
         return;
     }
-    if (m_onChange)
-        m_onChange(r);
+    notifyChange(r);
 }
 
 StepSheet::Batch::Batch(StepSheet& sheet) : m_sheet(sheet) {
@@ -233,15 +186,14 @@ StepSheet::Batch::~Batch() {
         return;
     const CellRect r = m_sheet.m_pending;
     m_sheet.m_pending = CellRect{};
-    if (m_sheet.m_onChange)
-        m_sheet.m_onChange(r);
+    m_sheet.notifyChange(r);
 }
 
 QByteArray StepSheet::saveCells() const {
     QByteArray bytes;
     QDataStream out(&bytes, QIODevice::WriteOnly);
     out.setVersion(QDataStream::Qt_6_0);
-    out << kSnapshotTag << kSnapshotVersion << qint32(kRows) << qint32(kCols) << m_locateInpFirst;
+    out << kSnapshotTag << kSnapshotVersion << qint32(kRows) << qint32(kCols) << DoesLocateInpFirst();
     for (int r = kFirstStepRow; r <= kLastStepRow; ++r) {
         out << m_disabled[std::size_t(r)];
         for (int c = 1; c < kCols; ++c)
@@ -260,7 +212,7 @@ bool StepSheet::loadCells(const QByteArray& bytes) {
     bool inpFirst = false;
     in >> tag >> version >> rows >> cols >> inpFirst;
     if (in.status() != QDataStream::Ok || tag != kSnapshotTag || version != kSnapshotVersion ||
-        rows != kRows || cols != kCols || inpFirst != m_locateInpFirst)
+        rows != kRows || cols != kCols || inpFirst != DoesLocateInpFirst())
         return false;
     // Read everything first: a truncated or damaged snapshot must not half-change the sheet.
     std::array<bool, kRows> disabled{};

@@ -125,7 +125,7 @@ TEST_F(DocumentOpen, FileThatCannotBeReadKeepsTheOpenProgram) {
 TEST_F(DocumentSave, SavesWithoutADialogWhenThePathIsSetAndTheFileReadsBack) {
     const QString path = writeProgram(QStringLiteral("prog.gsp"), QStringLiteral("old"));
     ASSERT_TRUE(docs->user().ReadStep(0, 0, path));
-    ASSERT_TRUE(userEditor->enterText(1, StepSheet::GetcolRemark(), QStringLiteral("new")));
+    ASSERT_TRUE(userEditor->entry().enterText(1, StepSheet::GetcolRemark(), QStringLiteral("new")));
     EXPECT_TRUE(docs->user().IsChanged());
     ASSERT_TRUE(docs->user().SaveStepData(false));
     EXPECT_TRUE(prompter.fileRequests().empty());
@@ -173,7 +173,7 @@ TEST_F(DocumentSave, AFailedWriteLeavesThePreviousFileByteIdentical) {
     const QString path = writeProgram(QStringLiteral("keep.gsp"), QStringLiteral("original"));
     const QByteArray before = readAll(path);
     ASSERT_TRUE(docs->user().ReadStep(0, 0, path));
-    ASSERT_TRUE(userEditor->enterText(1, StepSheet::GetcolRemark(), QStringLiteral("edited")));
+    ASSERT_TRUE(userEditor->entry().enterText(1, StepSheet::GetcolRemark(), QStringLiteral("edited")));
 
     // Files may grow to 3000 bytes only: the 1904-byte image is written, the 5950 bytes
     // of transfer text are not.
@@ -218,11 +218,11 @@ TEST_F(DocumentUndo, TwoSnapshotsUndoneRestoreTheGridAndAThirdSaysEmpty) {
 
     ASSERT_TRUE(docs->user().SaveCurrent());
     sheet.select(1, StepSheet::GetcolRemark());
-    ASSERT_TRUE(userEditor->DeleteOp());
+    ASSERT_TRUE(userEditor->clearing().DeleteOp());
     const QByteArray afterFirst = sheet.saveCells();
     ASSERT_TRUE(docs->user().SaveCurrent());
     sheet.setSelection(1, out1, 1, out1 + 3);
-    ASSERT_TRUE(userEditor->DeleteOp());
+    ASSERT_TRUE(userEditor->clearing().DeleteOp());
     ASSERT_NE(sheet.saveCells(), afterFirst);
     const QStringList snapshots = docs->user().undoFiles();
     ASSERT_EQ(snapshots.size(), 2);
@@ -357,7 +357,7 @@ TEST_F(DocumentLife, NothingIsLeftInTheTemporaryFolderAfterShutDown) {
     ASSERT_TRUE(docs->user().ReadStep(0, 0, path));
     ASSERT_TRUE(docs->user().ReadStep(1, 0, path));
     ASSERT_TRUE(docs->user().SaveCurrent());
-    ASSERT_TRUE(userEditor->enterText(1, StepSheet::GetcolRemark(), QStringLiteral("t2")));
+    ASSERT_TRUE(userEditor->entry().enterText(1, StepSheet::GetcolRemark(), QStringLiteral("t2")));
     ASSERT_TRUE(docs->user().SaveStepData(false));
     QFile::copy(path, NewTempFile(QStringLiteral("VKM")) + QStringLiteral(".x"));
     EXPECT_FALSE(tempFiles().isEmpty());

@@ -137,10 +137,10 @@ TEST_F(SamplePrograms, AreWhatTheEditorMakesAndPassItsChecks) {
         prompter.queueAnswer(Answer::No);
         ASSERT_TRUE(docs->user().NewOp());
         for (const Entry& e : s.cells)
-            ASSERT_TRUE(userEditor->enterText(e.row, e.col, QString::fromUtf8(e.text)))
+            ASSERT_TRUE(userEditor->entry().enterText(e.row, e.col, QString::fromUtf8(e.text)))
                 << e.row << "," << e.col << " " << e.text << " " << prompter.lastNumber();
         for (int row : s.disabledRows)
-            userEditor->DoGyoMuko(row, true);
+            userEditor->conversion().DoGyoMuko(row, true);
         docs->userProgram().Author = QString::fromUtf8(s.author);
         docs->userProgram().Password = QString::fromUtf8(s.password);
         docs->userProgram().Memo = QString::fromUtf8(s.memo);

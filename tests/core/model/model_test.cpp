@@ -102,6 +102,39 @@ TEST(CStepsAdd, RowsFollowTheCountAndItemsAreShared) {
     EXPECT_EQ(p.Add(nullptr, nullptr, "", true, false)->Row, 2) << "row = count + 1";
 }
 
+// A copy of a program is a program of its own: editing it leaves the original as it was
+// (the editor keeps a copy of the program it opened while the user works on another).
+TEST(CStepsCopy, CopiesShareNoStepOutputOrInput) {
+    const Catalogues c = testCatalogues();
+    const CSteps original = buildProgram(Shape::Counters, c);
+    const QByteArray before = original.toImage(c.selinp, fixedClock(), nullptr);
+    for (bool assign : {false, true}) {
+        SCOPED_TRACE(assign);
+        CSteps copy;
+        if (assign)
+            copy = original;
+        else
+            copy = CSteps(original);
+        ASSERT_EQ(copy.Count(), original.Count());
+        copy.Item(1)->Remark = "changed";
+        copy.Item(1)->outs->Item(QStringLiteral("1"))->DelayEtc = 77;
+        copy.Item(2)->inps->Item(QStringLiteral("2"))->Rel = RelOr;
+        copy.Item(2)->inps->CounterId = 3;
+        copy.Item(3)->outs->Remove(1);
+        copy.Remove(4);
+        copy.Author = "OTHER";
+        EXPECT_EQ(original.toImage(c.selinp, fixedClock(), nullptr), before);
+        EXPECT_NE(copy.Item(1), original.Item(1));
+        EXPECT_EQ(original.Item(1)->Remark, "");
+        EXPECT_EQ(original.Item(2)->inps->CounterId, 15);
+        EXPECT_EQ(original.Count(), 32);
+    }
+    // What the copy was made from is all there: the same image.
+    const CSteps copy(original);
+    EXPECT_EQ(copy.toImage(c.selinp, fixedClock(), nullptr), before);
+    EXPECT_EQ(copy.Item(32)->NOP, original.Item(32)->NOP);
+}
+
 TEST(GetValueRange, RulesByCategoryLogicAndDelayKind) {
     Catalogues c = testCatalogues();
     struct Case {

@@ -34,19 +34,19 @@ TEST(SheetBundledCatalogue, TypedRowsSaveTheCatalogueNumbers) {
                                                                            {in1, "x001"},
                                                                            {in1 + 1, "1"},
                                                                            {in1 + 2, "2"}})
-        ASSERT_TRUE(ed.enterText(1, col, text)) << col << " " << prompter.lastNumber();
+        ASSERT_TRUE(ed.entry().enterText(1, col, text)) << col << " " << prompter.lastNumber();
     // Counters below 32 may add and subtract; the piece counter may not.
-    ASSERT_TRUE(ed.enterText(2, in1, "CN16"));
-    EXPECT_EQ(ed.comboList(2, in1 + 2), StepSheetEditor::kRelCountLowList);
-    ASSERT_TRUE(ed.enterText(3, in1, "CN40"));
-    EXPECT_EQ(ed.comboList(3, in1 + 2), StepSheetEditor::kRelCountHighList);
-    EXPECT_FALSE(ed.enterText(2, in1 + 3, "10000"));
+    ASSERT_TRUE(ed.entry().enterText(2, in1, "CN16"));
+    EXPECT_EQ(ed.rules().comboList(2, in1 + 2), CellRules::kRelCountLowList);
+    ASSERT_TRUE(ed.entry().enterText(3, in1, "CN40"));
+    EXPECT_EQ(ed.rules().comboList(3, in1 + 2), CellRules::kRelCountHighList);
+    EXPECT_FALSE(ed.entry().enterText(2, in1 + 3, "10000"));
     EXPECT_EQ(prompter.shown().back().a2, "9999");
-    ed.DeleteOp(2, in1, 3, in1);
+    ed.clearing().DeleteOp(2, in1, 3, in1);
 
     ASSERT_TRUE(ed.ExactInput()) << ed.lastCheckFailure().message;
     CSteps saved;
-    ASSERT_TRUE(ed.Update_step(CSteps(), saved));
+    ASSERT_TRUE(ed.conversion().Update_step(CSteps(), saved));
     const auto out = saved.Item(1)->outs->Item(QStringLiteral("1"));
     EXPECT_EQ(out->Kino, selout.ValueByDigital("OUT", "EMAKE"));
     EXPECT_EQ(out->DelayEtc, 130);

@@ -81,7 +81,7 @@ const std::vector<CheckCase>& checkCases() {
          [](SheetFixture& f) {
              f.putSimpleRow(1);
              f.sheet().setText(1, f.in(1) + 1, "1");
-             f.editor->DoGyoMuko(1, true);
+             f.editor->conversion().DoGyoMuko(1, true);
          },
          0, -1, none},
         {"EMAKE in a disabled row does not count",
@@ -90,7 +90,7 @@ const std::vector<CheckCase>& checkCases() {
              f.sheet().setText(1, f.in(1) + 1, "1");
              f.putSimpleRow(2);
              f.putOut(2, 1, "EMAKE", "1", "0", "10");
-             f.editor->DoGyoMuko(2, true);
+             f.editor->conversion().DoGyoMuko(2, true);
          },
          114, -1, none},
         {"gap between input groups",
@@ -236,14 +236,14 @@ TEST(SheetChecks, MessagesReadAsTheTable) {
 
 TEST(SheetRowQueries, SafeBottomRowAndLastRows) {
     SheetFixture f;
-    EXPECT_EQ(f.editor->GetLastInputRow(), -1);
-    EXPECT_TRUE(f.editor->SafeBottomRow(32));
+    EXPECT_EQ(f.editor->queries().GetLastInputRow(), -1);
+    EXPECT_TRUE(f.editor->queries().SafeBottomRow(32));
     f.putSimpleRow(29);
-    EXPECT_TRUE(f.editor->SafeBottomRow(3));
-    EXPECT_FALSE(f.editor->SafeBottomRow(4));
+    EXPECT_TRUE(f.editor->queries().SafeBottomRow(3));
+    EXPECT_FALSE(f.editor->queries().SafeBottomRow(4));
     f.sheet().setText(30, 1, "x");
-    EXPECT_EQ(f.editor->GetLastInputRow(), 30);
-    EXPECT_FALSE(f.editor->SafeBottomRow(3));
-    EXPECT_EQ(f.editor->FindLastRow(1), 29);
-    EXPECT_EQ(f.editor->FindLastRow(30), -1);
+    EXPECT_EQ(f.editor->queries().GetLastInputRow(), 30);
+    EXPECT_FALSE(f.editor->queries().SafeBottomRow(3));
+    EXPECT_EQ(f.editor->queries().FindLastRow(1), 29);
+    EXPECT_EQ(f.editor->queries().FindLastRow(30), -1);
 }

@@ -1,5 +1,7 @@
 #include "sheetfixture.h"
 
+#include "model/csteps.h"
+
 using namespace vkm;
 using namespace vkm::test;
 
@@ -22,7 +24,7 @@ TEST(SheetEntry, FunctionCellsAcceptLowerCaseAndRefuseUnknownNames) {
     EXPECT_GT(f.changedCount, 0);
 
     const int changed = f.changedCount;
-    const ValidateResult r = f.editor->fg_ValidateEdit(1, f.o1(), "NOPE");
+    const ValidateResult r = f.editor->entry().fg_ValidateEdit(1, f.o1(), "NOPE");
     EXPECT_FALSE(r.accepted);
     EXPECT_EQ(r.text, "OUT001") << "the editor text goes back to the stored function";
     EXPECT_EQ(f.prompter.lastNumber(), 67);
@@ -101,7 +103,7 @@ TEST(SheetEntry, PrerequisitesAndStarCellsRefuseToStart) {
     };
     for (const Case& c : cases) {
         f.prompter.clear();
-        EXPECT_FALSE(f.editor->fg_StartEdit(2, c.col).allowed) << c.col;
+        EXPECT_FALSE(f.editor->entry().fg_StartEdit(2, c.col).allowed) << c.col;
         ASSERT_EQ(f.prompter.numbers(), std::vector<int>{c.message});
         EXPECT_EQ(f.prompter.shown()[0].a1, c.a1);
     }
@@ -136,7 +138,7 @@ TEST(SheetEntry, RelationRulesAndInputsAfterEnd) {
     EXPECT_EQ(f.sheet().text(2, f.in(4) + 2), "2") << "group 4 gets END with its function";
     f.sheet().setText(2, f.in(4) + 2, "");
     f.prompter.clear();
-    EXPECT_FALSE(f.editor->fg_StartEdit(2, f.in(4) + 2).allowed);
+    EXPECT_FALSE(f.editor->entry().fg_StartEdit(2, f.in(4) + 2).allowed);
     EXPECT_EQ(f.prompter.numbers(), std::vector<int>{49});
     EXPECT_EQ(f.sheet().text(2, f.in(4) + 2), "2");
 
@@ -152,10 +154,10 @@ TEST(SheetEntry, RelationRulesAndInputsAfterEnd) {
 TEST(SheetEntry, CounterRows) {
     SheetFixture f;
     ASSERT_TRUE(f.type(1, f.in(1), "ct10"));
-    EXPECT_TRUE(f.editor->TopIsCOUNT(1));
+    EXPECT_TRUE(f.editor->queries().TopIsCOUNT(1));
     EXPECT_EQ(f.sheet().text(1, f.in(1) + 1), "***");
     EXPECT_EQ(f.sheet().text(1, f.in(2) + 1), "***");
-    EXPECT_EQ(f.editor->comboList(1, f.in(1) + 2), StepSheetEditor::kRelCountLowList);
+    EXPECT_EQ(f.editor->rules().comboList(1, f.in(1) + 2), CellRules::kRelCountLowList);
 
     f.prompter.clear();
     EXPECT_FALSE(f.type(1, f.in(4), "IN001"));
@@ -172,17 +174,17 @@ TEST(SheetEntry, CounterRows) {
     EXPECT_EQ(f.sheet().data(1, f.in(2)), "COUNT");
 
     // "+" makes group 2 an addend compared with group 3.
-    EXPECT_EQ(f.editor->comboList(1, f.in(2) + 2), "#2;END");
+    EXPECT_EQ(f.editor->rules().comboList(1, f.in(2) + 2), "#2;END");
     ASSERT_TRUE(f.type(1, f.in(1) + 2, "7"));
     EXPECT_EQ(f.sheet().text(1, f.in(3) + 1), "***");
-    EXPECT_EQ(f.editor->comboList(1, f.in(2) + 2), StepSheetEditor::kRelCountHighList);
-    EXPECT_EQ(f.editor->comboList(1, f.in(3) + 2), "#2;END");
+    EXPECT_EQ(f.editor->rules().comboList(1, f.in(2) + 2), CellRules::kRelCountHighList);
+    EXPECT_EQ(f.editor->rules().comboList(1, f.in(3) + 2), "#2;END");
     ASSERT_TRUE(f.type(1, f.in(1) + 2, "3"));
     EXPECT_TRUE(f.sheet().text(1, f.in(3) + 1).isEmpty()) << "the *** goes when + goes";
 
     ASSERT_TRUE(f.type(2, f.in(1), "CT40"));
-    EXPECT_EQ(f.editor->comboList(2, f.in(1) + 2), StepSheetEditor::kRelCountHighList);
-    EXPECT_EQ(f.editor->hintText(2, f.in(2)),
+    EXPECT_EQ(f.editor->rules().comboList(2, f.in(1) + 2), CellRules::kRelCountHighList);
+    EXPECT_EQ(f.editor->rules().hintText(2, f.in(2)),
               "Dialogue:[F2], DoubleClick    Can input directly   Max:65535  Min:0");
 }
 
@@ -190,7 +192,7 @@ TEST(SheetEntry, OutputFollowRules) {
     SheetFixture f;
     // A counter output: INC/DEC/CLR need neither delay kind nor value, SET needs a value.
     ASSERT_TRUE(f.type(1, f.o1(), "CNT01"));
-    EXPECT_EQ(f.editor->comboList(1, f.o1() + 1), StepSheetEditor::kLogicCountList);
+    EXPECT_EQ(f.editor->rules().comboList(1, f.o1() + 1), CellRules::kLogicCountList);
     ASSERT_TRUE(f.type(1, f.o1() + 1, "4"));
     EXPECT_EQ(f.sheet().text(1, f.o1() + 2), "***");
     EXPECT_EQ(f.sheet().text(1, f.o1() + 3), "***");
@@ -226,15 +228,15 @@ TEST(SheetEntry, KeysSpaceF2AndTypedCharacters) {
     ASSERT_TRUE(f.type(1, f.o1(), "OUT001"));
     QStringList seen;
     for (int i = 0; i < 4; ++i) {
-        ASSERT_TRUE(f.editor->SpaceOp(1, f.o1() + 1));
+        ASSERT_TRUE(f.editor->entry().SpaceOp(1, f.o1() + 1));
         seen << f.sheet().text(1, f.o1() + 1);
     }
     EXPECT_EQ(seen, (QStringList{"0", "1", "2", "0"}));
-    EXPECT_TRUE(f.editor->typeCharacter(1, f.o1() + 2, '2'));
+    EXPECT_TRUE(f.editor->entry().typeCharacter(1, f.o1() + 2, '2').allowed);
     f.prompter.clear();
-    EXPECT_FALSE(f.editor->typeCharacter(1, f.o1() + 2, '3'));
+    EXPECT_FALSE(f.editor->entry().typeCharacter(1, f.o1() + 2, '3').allowed);
     EXPECT_EQ(f.prompter.numbers(), std::vector<int>{67});
-    EXPECT_EQ(f.editor->hintText(1, f.o1() + 1),
+    EXPECT_EQ(f.editor->rules().hintText(1, f.o1() + 1),
               "Combo:[F2]->[F4]    Direct:[0]LOW [1]HIGH [2]NOT    Toggle:[SPACE]");
 
     int askedOrg = 0;
@@ -246,37 +248,37 @@ TEST(SheetEntry, KeysSpaceF2AndTypedCharacters) {
         return jumpTarget(2);
     };
     f.editor->setHooks(hooks);
-    EXPECT_EQ(f.editor->F2InputOp(1, f.o1()), F2Action::FunctionWritten);
+    EXPECT_EQ(f.editor->entry().F2InputOp(1, f.o1()).action, F2Action::FunctionWritten);
     EXPECT_EQ(askedOrg, 1);
     EXPECT_EQ(f.sheet().text(1, f.o1()), "J002");
     EXPECT_EQ(f.sheet().text(1, f.o1() + 1), "3");
-    EXPECT_EQ(f.editor->F2InputOp(1, f.o1() + 3), F2Action::Nothing) << "*** cell";
-    EXPECT_EQ(f.editor->F2InputOp(1, 1), F2Action::StartEdit);
+    EXPECT_EQ(f.editor->entry().F2InputOp(1, f.o1() + 3).action, F2Action::Nothing) << "*** cell";
+    EXPECT_EQ(f.editor->entry().F2InputOp(1, 1).action, F2Action::StartEdit);
 }
 
 TEST(SheetEntry, DeleteKey) {
     SheetFixture f;
     f.putSimpleRow(1);
     f.sheet().select(1, f.o1() + 1);
-    EXPECT_FALSE(f.editor->DeleteOp());
+    EXPECT_FALSE(f.editor->clearing().DeleteOp());
     EXPECT_EQ(f.prompter.numbers(), std::vector<int>{36});
     EXPECT_EQ(f.sheet().text(1, f.o1() + 1), "1");
 
     f.sheet().setSelection(1, 0, 1, 21);
     f.sheet().setRowSelectionMode(true);
     f.prompter.clear();
-    EXPECT_FALSE(f.editor->DeleteOp());
+    EXPECT_FALSE(f.editor->clearing().DeleteOp());
     EXPECT_EQ(f.prompter.numbers(), std::vector<int>{151});
 
     f.sheet().select(1, f.o1());
-    EXPECT_TRUE(f.editor->DeleteOp());
+    EXPECT_TRUE(f.editor->clearing().DeleteOp());
     for (int c = 0; c < 4; ++c)
         EXPECT_TRUE(f.sheet().text(1, f.o1() + c).isEmpty());
     EXPECT_EQ(f.sheet().text(1, f.in(1)), "IN001") << "other groups stay";
 
     ASSERT_TRUE(f.type(2, f.in(1), "CT10"));
     ASSERT_TRUE(f.type(2, f.in(2), "12"));
-    EXPECT_TRUE(f.editor->DeleteOp(2, f.in(1), 2, f.in(1)));
+    EXPECT_TRUE(f.editor->clearing().DeleteOp(2, f.in(1), 2, f.in(1)));
     for (int c = 0; c < 12; ++c)
         EXPECT_TRUE(f.sheet().text(2, f.in(1) + c).isEmpty()) << c;
 }
@@ -286,14 +288,91 @@ TEST(SheetEntry, ComparisonWindowEditsNothing) {
     f.putSimpleRow(1);
     const QByteArray before = f.sheet().saveCells();
     for (int col = 1; col < StepSheet::kCols; ++col) {
-        EXPECT_FALSE(f.editor->fg_StartEdit(1, col).allowed) << col;
+        EXPECT_FALSE(f.editor->entry().fg_StartEdit(1, col).allowed) << col;
         EXPECT_FALSE(f.type(1, col, "2")) << col;
-        EXPECT_FALSE(f.editor->SpaceOp(1, col));
-        EXPECT_FALSE(f.editor->typeCharacter(1, col, '1'));
-        EXPECT_EQ(f.editor->F2InputOp(1, col), F2Action::Nothing);
+        EXPECT_FALSE(f.editor->entry().SpaceOp(1, col));
+        EXPECT_FALSE(f.editor->entry().typeCharacter(1, col, '1').allowed);
+        EXPECT_EQ(f.editor->entry().F2InputOp(1, col).action, F2Action::Nothing);
     }
-    EXPECT_FALSE(f.editor->DeleteOp(1, 1, 1, 21));
+    EXPECT_FALSE(f.editor->clearing().DeleteOp(1, 1, 1, 21));
     EXPECT_EQ(f.sheet().saveCells(), before);
     EXPECT_TRUE(f.prompter.shown().empty());
     EXPECT_EQ(f.changedCount, 0);
+}
+
+// A counter row that adds or subtracts compares its sum with input group 3: entering that
+// operand closes the block with END, so the row can be completed and saved.
+TEST(SheetEntry, AddingCounterRowIsClosedByItsThirdOperand) {
+    struct Case {
+        QString relation; // of input group 1
+        QString operand3; // a number or a counter
+        int counterId;    // what the save stores
+    } cases[] = {{"7", "100", 2}, {"8", "CT11", 4}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE((c.relation + " " + c.operand3).toStdString());
+        SheetFixture f;
+        for (auto [col, text] : std::initializer_list<std::pair<int, QString>>{{f.o1(), "OUT001"},
+                                                                               {f.o1() + 1, "1"},
+                                                                               {f.o1() + 2, "2"},
+                                                                               {f.o1() + 3, "5"},
+                                                                               {f.in(1), "CT10"},
+                                                                               {f.in(1) + 2, c.relation},
+                                                                               {f.in(2), "12"},
+                                                                               {f.in(2) + 2, "3"}})
+            ASSERT_TRUE(f.type(1, col, text)) << col;
+        ASSERT_TRUE(f.type(1, f.in(3), c.operand3));
+        EXPECT_EQ(f.sheet().text(1, f.in(3) + 1), "***");
+        EXPECT_EQ(f.sheet().text(1, f.in(3) + 2), "2") << "END comes with the operand";
+        // The END stays closed to editing.
+        f.prompter.clear();
+        EXPECT_FALSE(f.editor->entry().fg_StartEdit(1, f.in(3) + 2).allowed);
+        EXPECT_EQ(f.prompter.numbers(), std::vector<int>{49});
+        EXPECT_EQ(f.sheet().text(1, f.in(3) + 2), "2");
+
+        ASSERT_TRUE(f.editor->ExactInput()) << f.editor->lastCheckFailure().message;
+        CSteps saved;
+        ASSERT_TRUE(f.editor->conversion().Update_step(CSteps(), saved));
+        const auto& in = *saved.Item(1)->inps;
+        EXPECT_EQ(in.CounterId, c.counterId);
+        EXPECT_EQ(in.Item(QStringLiteral("1"))->Rel, c.relation.toInt());
+        EXPECT_EQ(in.Item(QStringLiteral("2"))->Rel, RelGe);
+        EXPECT_EQ(in.Item(QStringLiteral("3"))->Rel, RelEnd);
+    }
+
+    // An operand entered before the "+": opening its relation puts the END there.
+    SheetFixture f;
+    for (auto [col, text] : std::initializer_list<std::pair<int, QString>>{
+             {f.in(1), "CT10"}, {f.in(2), "12"}, {f.in(3), "100"}, {f.in(1) + 2, "7"}, {f.in(2) + 2, "4"}})
+        ASSERT_TRUE(f.type(1, col, text)) << col;
+    EXPECT_TRUE(f.sheet().text(1, f.in(3) + 2).isEmpty());
+    EXPECT_FALSE(f.editor->entry().SpaceOp(1, f.in(3) + 2));
+    EXPECT_EQ(f.prompter.numbers(), std::vector<int>{49});
+    EXPECT_EQ(f.sheet().text(1, f.in(3) + 2), "2");
+}
+
+// A function that replaces another clears what the old one caused, as clearing the cell would.
+TEST(SheetEntry, ReplacingACounterClearsItsOperands) {
+    SheetFixture f;
+    ASSERT_TRUE(f.type(1, f.in(1), "CT10"));
+    ASSERT_TRUE(f.type(1, f.in(1) + 2, "7"));
+    ASSERT_TRUE(f.type(1, f.in(2), "12"));
+    ASSERT_TRUE(f.type(1, f.in(2) + 2, "3"));
+    ASSERT_TRUE(f.type(1, f.in(3), "CT11"));
+    ASSERT_TRUE(f.type(1, f.in(1), "IN001"));
+    EXPECT_EQ(f.sheet().text(1, f.in(1)), "IN001");
+    for (int c = 1; c < 12; ++c)
+        EXPECT_TRUE(f.sheet().text(1, f.in(1) + c).isEmpty()) << c;
+    EXPECT_TRUE(f.sheet().data(1, f.in(3)).isEmpty());
+
+    // The row is then completed as any other and passes the checks.
+    ASSERT_TRUE(f.type(1, f.in(1) + 1, "0"));
+    ASSERT_TRUE(f.type(1, f.in(1) + 2, "2"));
+    for (auto [col, text] : std::initializer_list<std::pair<int, QString>>{
+             {f.o1(), "OUT001"}, {f.o1() + 1, "1"}, {f.o1() + 2, "2"}, {f.o1() + 3, "5"}})
+        ASSERT_TRUE(f.type(1, col, text));
+    EXPECT_TRUE(f.editor->ExactInput()) << f.editor->lastCheckFailure().message;
+
+    // An ordinary input replaced by another keeps the rest of the row.
+    ASSERT_TRUE(f.type(1, f.in(1), "IN002"));
+    EXPECT_EQ(f.sheet().text(1, f.in(1) + 2), "2");
 }

@@ -74,7 +74,7 @@ TEST(StepSheetDisplay, StepsAreShownAsTheMachineMeansThem) {
         // Unknown output value, and inputs after END that must not show.
         p.Add(outs(f.selout, {{77, 1, DelayStc, 3}}), inps({{1, 0, RelEnd}, {2, 0, RelAnd}, {3, 0, RelEnd}}),
               "", false, false);
-        f.editor->PasteData(p);
+        f.editor->conversion().PasteData(p);
         const StepSheet& s = f.sheet();
         EXPECT_EQ(s.text(1, f.o1() + 3), "100");
         EXPECT_EQ(s.text(1, f.o2() + 3), "50");
@@ -105,12 +105,12 @@ TEST(StepSheetSnapshot, RestoresEveryCellAndRefusesBadBytes) {
     SheetFixture f;
     f.putSimpleRow(3);
     f.sheet().setText(5, 1, QString(10, QChar(0x3042)));
-    f.editor->DoGyoMuko(5, true);
+    f.editor->conversion().DoGyoMuko(5, true);
     const QByteArray snap = f.sheet().saveCells();
 
     SheetFixture g;
     g.sheet().setText(1, 1, "to be replaced");
-    g.editor->DoGyoMuko(7, true);
+    g.editor->conversion().DoGyoMuko(7, true);
     ASSERT_TRUE(g.sheet().loadCells(snap));
     EXPECT_EQ(g.sheet().saveCells(), snap);
     EXPECT_TRUE(g.sheet().isRowDisabled(5));
@@ -136,7 +136,7 @@ TEST(StepSheetSnapshot, RestoresEveryCellAndRefusesBadBytes) {
 TEST(StepSheetNotify, BatchesReportOneRectangle) {
     StepSheet s;
     std::vector<CellRect> seen;
-    s.setChangeListener([&](const CellRect& r) { seen.push_back(r); });
+    s.addChangeListener([&](const CellRect& r) { seen.push_back(r); });
     s.setText(2, 3, "a");
     s.setText(2, 3, "a"); // no change, no report
     ASSERT_EQ(seen.size(), 1u);
@@ -152,6 +152,39 @@ TEST(StepSheetNotify, BatchesReportOneRectangle) {
     EXPECT_TRUE(seen[1].contains(9, 21));
     EXPECT_FALSE(seen[1].contains(10, 5));
     EXPECT_GT(s.revision(), rev);
+}
+
+// The grid, a find window and a pulse window follow the same sheet; one that goes stops
+// hearing, the others go on.
+TEST(StepSheetNotify, EveryListenerHearsUntilItIsRemoved) {
+    StepSheet s;
+    int changesA = 0, changesB = 0, moves = 0;
+    const auto a = s.addChangeListener([&](const CellRect&) { ++changesA; });
+    s.addChangeListener([&](const CellRect&) { ++changesB; });
+    const auto m = s.addSelectionListener([&] { ++moves; });
+    s.setText(1, 1, "x");
+    s.select(3, 4);
+    EXPECT_EQ(changesA, 1);
+    EXPECT_EQ(changesB, 1);
+    EXPECT_EQ(moves, 1);
+    s.removeListener(a);
+    s.removeListener(m);
+    s.setText(1, 1, "y");
+    s.select(5, 6);
+    EXPECT_EQ(changesA, 1);
+    EXPECT_EQ(changesB, 2);
+    EXPECT_EQ(moves, 1);
+    // A listener may remove itself while it is told.
+    StepSheet::ListenerId self = 0;
+    int once = 0;
+    self = s.addChangeListener([&](const CellRect&) {
+        ++once;
+        s.removeListener(self);
+    });
+    s.setText(2, 2, "a");
+    s.setText(2, 2, "b");
+    EXPECT_EQ(once, 1);
+    EXPECT_EQ(changesB, 4);
 }
 
 TEST(StepSheetRoundTrip, ProgramThroughTheSheetAndBack) {
@@ -173,10 +206,10 @@ TEST(StepSheetRoundTrip, ProgramThroughTheSheetAndBack) {
         p.Add(std::make_shared<CStepOuts>(), std::make_shared<CStepInps>(), "only remark", false, true);
         p.Add(outs(f.selout, {{qint16(callTarget(1)), 10, 0, 0}, {-1, 0, 0, 0}}),
               inps({{10, 0, RelMinus}, {11, 0, RelLe}, {65535, 0, RelEnd}}, 3), "", false, false);
-        f.editor->PasteData(p);
+        f.editor->conversion().PasteData(p);
         ASSERT_TRUE(f.editor->ExactInput()) << f.editor->lastCheckFailure().message;
         CSteps q;
-        ASSERT_TRUE(f.editor->Update_step(p, q));
+        ASSERT_TRUE(f.editor->conversion().Update_step(p, q));
         EXPECT_EQ(q.Author, "AUTH");
         EXPECT_EQ(q.Password, "PW");
         EXPECT_EQ(q.Memo, "memo");
@@ -232,7 +265,7 @@ TEST(StepSheetRoundTrip, ProgramThroughTheSheetAndBack) {
 
         // The saved program shows the same sheet again.
         const QByteArray shown = f.sheet().saveCells();
-        f.editor->PasteData(q);
+        f.editor->conversion().PasteData(q);
         EXPECT_EQ(f.sheet().saveCells(), shown);
     }
 }
@@ -241,11 +274,11 @@ TEST(StepSheetRoundTrip, UnknownFunctionBlocksTheSave) {
     SheetFixture f;
     CSteps p;
     p.Add(outs(f.selout, {{1, 1, DelayStc, 5}}), inps({{99, 0, RelEnd}}), "", false, false);
-    f.editor->PasteData(p);
+    f.editor->conversion().PasteData(p);
     EXPECT_EQ(f.sheet().text(1, f.in(1)), "#99");
     CSteps q;
     q.Author = "untouched";
-    EXPECT_FALSE(f.editor->Update_step(p, q));
+    EXPECT_FALSE(f.editor->conversion().Update_step(p, q));
     EXPECT_EQ(q.Author, "untouched");
     EXPECT_EQ(q.Count(), 0);
 }
@@ -254,7 +287,7 @@ TEST(StepSheetRoundTrip, EmptySheetSavesThirtyTwoNopSteps) {
     SheetFixture f;
     EXPECT_TRUE(f.editor->ExactInput());
     CSteps q;
-    ASSERT_TRUE(f.editor->Update_step(CSteps(), q));
+    ASSERT_TRUE(f.editor->conversion().Update_step(CSteps(), q));
     ASSERT_EQ(q.Count(), 32);
     for (int r = 1; r <= 32; ++r)
         EXPECT_TRUE(q.Item(r)->NOP);

@@ -75,7 +75,7 @@ public:
         putIn(row, 1, "IN001", "0", "2");
     }
     // Types into a cell as the user does (start, validate, after-edit).
-    bool type(int row, int col, const QString& text) { return editor->enterText(row, col, text); }
+    bool type(int row, int col, const QString& text) { return editor->entry().enterText(row, col, text); }
 
     CSelections selout, selinp;
     ScriptedPrompter prompter;

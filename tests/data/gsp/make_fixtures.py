@@ -84,6 +84,19 @@ FIXTURES = {
         step([out(0x1234, 5, 0xA, 7)], [inp(0x4321, 1, 2)]),
     ], remarks={1: 'needle up', 2: '\u7cf8\u5207\u308a'}, memo='First line\r\nSecond line',
        author='AUTHOR', password='K9', memo_file='NOTE1.TXT'),
+    # What the editor's checks and its save refuse or pass, one file per outcome.
+    'complete.gsp': image([
+        step([out(Y001, 1, TIMER, 100), out(Y001, 0, TIMER, 300)], [inp(X001, 1, 0), inp(X002, 0, 2)]),
+        step([out(EMAKE, 1, STC, 3)], [inp(X003, 0, 2)]),
+        step([out(CN16, 4)], [inp(CN16, 0, 7), inp(20, 0, 3), inp(CN41, 0, 2)]),
+        step([out(JMP(1), 3)], [inp(ALL, 0, 2)]),
+    ], remarks={1: 'pulse', 5: 'only a remark'}),
+    # A counter row that subtracts, whose block has no END (counter id 2: both operands
+    # are numbers, carried in every input's state bits).
+    'openadd.gsp': image([
+        step([out(Y001, 1, STC, 5)], [inp(CN16, 2, 8), inp(20, 2, 3), inp(30, 2, 0), inp(0, 2, 0)]),
+    ]),
+    'unknown.gsp': image([step([out(Y001, 1, STC, 5)], [inp(0x4321, 0, 2)])]),
 }
 
 if __name__ == '__main__':

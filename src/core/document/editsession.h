@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+namespace vkm {
+
+class CSelections;
+class Documents;
+class SheetLayout;
+class StepDocument;
+class StepSheetEditor;
+
+// The user editor as a script drives it: the user program's document and sheet editor,
+// with the window's part played headless. A changed cell marks the document changed, a
+// cleared block takes its undo snapshot first, F2 on a function cell gets the answer the
+// script gave for the selection dialog, and a digital text several categories share is
+// taken in its first category (the line the category dialog highlights).
+class EditSession {
+public:
+    explicit EditSession(Documents& documents);
+    EditSession(const EditSession&) = delete;
+    EditSession& operator=(const EditSession&) = delete;
+
+    Documents& documents() { return m_documents; }
+    StepDocument& document();
+    StepSheetEditor& editor();
+    const SheetLayout& layout() const;
+    // The functions of a side: 1 input, 2 output.
+    const CSelections& catalogue(int side) const;
+
+    // Makes the cell current, as clicking it does.
+    void goTo(int row, int col);
+    // What the function selection dialog answers at the next F2 (nullopt: Cancel).
+    void setNextChoice(std::optional<int> value) { m_nextChoice = value; }
+    // The password and author dialog, filled in and confirmed with OK: its checks, then the
+    // program keeps the values (a refused value changes nothing, as Cancel would).
+    void enterAccount(const std::optional<QString>& password, const std::optional<QString>& author);
+    // The memo window, filled in and confirmed with OK.
+    bool enterMemo(const QString& memo);
+    // The editor's save to path (no dialog).
+    bool save(const QString& path);
+
+private:
+    Documents& m_documents;
+    std::optional<int> m_nextChoice;
+};
+
+} // namespace vkm
