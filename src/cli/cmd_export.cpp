@@ -41,7 +41,7 @@ int runExport(const QStringList& args, CliContext& ctx) {
         return 1;
     // What is printed is what a save would write; the console prompter prints why not.
     StepSheetEditor editor(ctx.selout(), ctx.selinp(), ctx.prompter(), false, options.locateInpFirst);
-    editor.PasteData(program);
+    editor.conversion().PasteData(program);
     CSteps printed;
     if (!ProgramForPrint(editor, program, ctx.prompter(), printed) ||
         !HasStepsToPrint(printed, ctx.prompter()))

@@ -248,7 +248,7 @@ TEST_F(PrintCommand, PrintoutAndPreviewShowTheSamePages) {
     controller->documents().userProgram().Memo = memo.join("\r\n");
     CSteps program;
     CSteps& current = controller->documents().userProgram();
-    ASSERT_TRUE(user.Update_step(current, program));
+    ASSERT_TRUE(user.conversion().Update_step(current, program));
 
     fPrint d(prompter, settings.settings.get(), selout, selinp);
     d.setStep(program);

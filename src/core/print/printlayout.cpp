@@ -190,7 +190,7 @@ void StepPrintLayout::PrintExcelRowsStep(PrintSheet& sheet, const CSteps& progra
     silent.setDefaultAnswer(Answer::No);
     silent.setCancelDialogsByDefault(true);
     StepSheetEditor shown(m_selout, m_selinp, silent, true, m_options.locateInpFirst);
-    shown.PasteData(program);
+    shown.conversion().PasteData(program);
 
     const int last = std::min(lastUsedStep(program), StepSheet::kLastStepRow);
     int n = 0;
@@ -267,7 +267,7 @@ void StepPrintLayout::writeInputs(PrintSheet& sheet, int row, const CStep& step,
             continue;
         }
         const QString category = shown.data(shownRow, sc);
-        if (category.isEmpty() && StepSheetEditor::IsJyosu(function)) {
+        if (category.isEmpty() && SheetQueries::IsJyosu(function)) {
             // A counter's operand is a number (the 16-bit field, unsigned), not a function.
             sheet.cell(row, pc + 1).setNumber(function.toInt());
         } else {
