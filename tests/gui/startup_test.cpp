@@ -325,8 +325,11 @@ TEST(ErrorDialogSink, ReportIsLoggedAndShown) {
     ErrorDialogSink sink(prompter, log);
     ErrorReporter::setSink(&sink);
     reportError(ErrFileNotFound, QStringLiteral("ReadData"));
+    // A quiet report goes to the log only: its consequence has a message of its own.
+    reportQuietly(ErrIO, QStringLiteral("MeltSettingFiles"), QStringLiteral("Set03.e: LHa data CRC error"));
     ErrorReporter::setSink(nullptr);
 
+    EXPECT_TRUE(test::readAll(log).contains("\t57\tMeltSettingFiles\tSet03.e: LHa data CRC error"));
     ASSERT_EQ(prompter.shown().size(), 1u);
     EXPECT_EQ(prompter.shown()[0].style, 1);
     const QString text = prompter.shown()[0].text;

@@ -11,15 +11,15 @@ QStringList settingFileLines(const QByteArray& content) {
     QStringList lines;
     qsizetype start = 0;
     while (start < content.size()) {
-        qsizetype end = content.indexOf('\n', start);
-        const qsizetype next = end < 0 ? content.size() : end + 1;
-        if (end < 0)
-            end = content.size();
-        QByteArray raw = content.mid(start, end - start);
-        if (raw.endsWith('\r'))
-            raw.chop(1);
-        lines << LegacyText::decode(raw);
-        start = next;
+        // The line ends at the first CR or LF; a CR directly followed by LF is one break.
+        qsizetype end = start;
+        while (end < content.size() && content[end] != '\r' && content[end] != '\n')
+            ++end;
+        lines << LegacyText::decode(content.mid(start, end - start));
+        if (end < content.size() && content[end] == '\r' && end + 1 < content.size() &&
+            content[end + 1] == '\n')
+            ++end;
+        start = end + 1;
     }
     return lines;
 }
