@@ -5,6 +5,7 @@
 #include "base/paths.h"
 #include "base/regdata.h"
 #include "base/settings.h"
+#include "base/tempfolder.h"
 #include "catalogue/cselections.h"
 #include "catalogue/cselectkino.h"
 #include "custom/ccustominps.h"
@@ -46,11 +47,16 @@ Startup::~Startup() {
 }
 
 QString Startup::defaultLockFile() {
-    QString dir = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    if (dir.isEmpty())
-        dir = QDir::tempPath();
-    // One lock per user: the runtime folder is the user's own, and the name carries the
+    // One lock per user, in a folder that is the user's own: the runtime folder (Qt
+    // accepts it only when it belongs to the user and nobody else may enter it), else the
+    // per-user data folder. Never the shared temporary folder, where the first user's
+    // lock would keep every other user of the machine out. The name carries the
     // executable's name so that differently named copies do not block each other.
+    QString dir = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (dir.isEmpty()) {
+        dir = paths::userDataFolder();
+        QDir().mkpath(dir);
+    }
     return dir + QLatin1Char('/') + messageBoxTitle() + QStringLiteral(".lock");
 }
 
@@ -67,6 +73,12 @@ bool Startup::run() {
     }
     if (!acquireInstanceLock()) {
         m_context.prompter->showMessage(83, 2);
+        return false;
+    }
+    // Every temporary file of the run lives in the private folder: without it there is
+    // nowhere safe to unpack, open or save, so the start ends here with the reason.
+    if (!TempFolder::instance().isValid()) {
+        m_context.prompter->showText(TempFolder::instance().failureText(), 1);
         return false;
     }
     CreateActiveX();

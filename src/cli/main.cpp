@@ -1,6 +1,8 @@
 #include "clicontext.h"
 #include "command.h"
 
+#include "base/tempfolder.h"
+
 #include <QCoreApplication>
 
 using namespace vkm::cli;
@@ -51,6 +53,12 @@ int main(int argc, char** argv) {
     if (it == commandRegistry().end()) {
         err << "unknown command " << name << '\n';
         return usage(err);
+    }
+    // Every command may need the private temporary folder (unpacking, saving): without it
+    // the tool stops before it starts, with the reason.
+    if (!vkm::TempFolder::instance().isValid()) {
+        err << vkm::TempFolder::instance().failureText() << '\n';
+        return 1;
     }
     CliContext ctx(archive);
     const int rc = it->second.run(args, ctx);

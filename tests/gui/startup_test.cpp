@@ -2,6 +2,7 @@
 #include "base/messages.h"
 #include "base/scriptedprompter.h"
 #include "base/settings.h"
+#include "base/tempfolder.h"
 #include "catalogue/cselections.h"
 #include "errordialogsink.h"
 #include "guiprompter.h"
@@ -11,6 +12,8 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QLockFile>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -148,6 +151,67 @@ TEST(Startup, SecondInstanceIsRefused) {
     EXPECT_EQ(second.prompter.numbers(), std::vector<int>{83});
     EXPECT_EQ(second.prompter.shown()[0].text, QStringLiteral("This S/W runs already!\""));
     EXPECT_EQ(again.mainWindow(), nullptr);
+}
+
+TEST(Startup, UnusableTemporaryFolderEndsTheStartWithOneMessage) {
+    StartupRig rig;
+    {
+        test::EnvOverride env("TMPDIR", QFile::encodeName(rig.store.scratch.file(QStringLiteral("no/such"))));
+        TempFolder::instance().recreate();
+    }
+    const QStringList atRoot = QDir(QStringLiteral("/")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    {
+        Startup startup(rig.options);
+        EXPECT_FALSE(startup.run());
+        ASSERT_EQ(rig.prompter.shown().size(), 1u);
+        EXPECT_EQ(rig.prompter.shown()[0].number, 0);
+        EXPECT_EQ(rig.prompter.shown()[0].style, 1);
+        EXPECT_TRUE(rig.prompter.shown()[0].text.startsWith(
+            QStringLiteral("Cannot create a temporary folder in:\n\n") +
+            QDir::toNativeSeparators(rig.store.scratch.file(QStringLiteral("no/such")))))
+            << qPrintable(rig.prompter.shown()[0].text);
+        EXPECT_EQ(startup.mainWindow(), nullptr);
+        // Stopped before anything was unpacked or stored.
+        EXPECT_FALSE(rig.store.settings->contains(Section::Location, QStringLiteral("Memo_Width")));
+        EXPECT_EQ(QDir(QStringLiteral("/")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), atRoot);
+    }
+    TempFolder::instance().recreate();
+    ASSERT_TRUE(TempFolder::instance().isValid());
+}
+
+TEST(Startup, TheInstanceLockIsTheUsersOwn) {
+    test::Scratch scratch;
+    const QString data = scratch.file(QStringLiteral("data"));
+    const QString tmp = scratch.file(QStringLiteral("tmp"));
+    QDir().mkpath(tmp);
+    test::EnvOverride dataHome("XDG_DATA_HOME", QFile::encodeName(data));
+    test::EnvOverride tmpdir("TMPDIR", QFile::encodeName(tmp));
+    {
+        // The user's runtime folder when there is one.
+        const QString run = scratch.file(QStringLiteral("run"));
+        QDir().mkpath(run);
+        QFile::setPermissions(run, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        test::EnvOverride runtime("XDG_RUNTIME_DIR", QFile::encodeName(run));
+        EXPECT_EQ(QFileInfo(Startup::defaultLockFile()).absolutePath(), run);
+    }
+    {
+        // No usable runtime folder (the variable names a file, and the temporary folder
+        // holds a file where the fallback runtime folder would be made): the per-user data
+        // folder, never the temporary folder every user shares.
+        const QString notAFolder = scratch.write(QStringLiteral("runtime-file"), "x");
+        for (const QString& user :
+             {qEnvironmentVariable("USER"), qEnvironmentVariable("LOGNAME"), QStringLiteral("root")})
+            if (!user.isEmpty())
+                scratch.write(QStringLiteral("tmp/runtime-") + user, "x");
+        test::EnvOverride runtime("XDG_RUNTIME_DIR", QFile::encodeName(notAFolder));
+        const QString lock = Startup::defaultLockFile();
+        EXPECT_FALSE(lock.startsWith(tmp)) << qPrintable(lock);
+        EXPECT_FALSE(lock.startsWith(QDir::tempPath())) << qPrintable(lock);
+        EXPECT_TRUE(lock.startsWith(data + QLatin1Char('/'))) << qPrintable(lock);
+        EXPECT_TRUE(QFileInfo(QFileInfo(lock).absolutePath()).isDir()) << qPrintable(lock);
+        QLockFile file(lock);
+        EXPECT_TRUE(file.tryLock(0));
+    }
 }
 
 TEST(Startup, FailuresThatLetTheStartGoOn) {
