@@ -342,8 +342,13 @@ TEST(GuiPrompter, BoxesOfTheTenStyles) {
         EXPECT_EQ(box->standardButton(box->defaultButton()), c.defaultButton);
         EXPECT_EQ(box->windowTitle(), QStringLiteral("test_gui"));
     }
-    EXPECT_EQ(GuiPrompter::createBox(QStringLiteral("x"), 0), nullptr);
+    // The plain box of fixed texts: no icon, OK only.
+    auto plain = GuiPrompter::createBox(QStringLiteral("x"), kPlainBox);
+    ASSERT_NE(plain, nullptr);
+    EXPECT_EQ(plain->icon(), QMessageBox::NoIcon);
+    EXPECT_EQ(plain->standardButtons(), QMessageBox::Ok);
     EXPECT_EQ(GuiPrompter::createBox(QStringLiteral("x"), 11), nullptr);
+    EXPECT_EQ(GuiPrompter::createBox(QStringLiteral("x"), -3), nullptr);
 }
 
 TEST(GuiPrompter, EnterAnswersWithTheDefaultButton) {
@@ -365,6 +370,17 @@ TEST(GuiPrompter, EnterAnswersWithTheDefaultButton) {
         EXPECT_EQ(seen, QStringLiteral("Do you undo ?"));
     }
     EXPECT_EQ(prompter.showMessage(96, 42), Answer::None); // no box at all
+    // A numbered message never takes the plain box of fixed texts: style 0 shows nothing.
+    bool boxShown = false;
+    QTimer::singleShot(0, [&] {
+        if (QWidget* box = QApplication::activeModalWidget()) {
+            boxShown = true;
+            QTest::keyClick(box, Qt::Key_Return);
+        }
+    });
+    EXPECT_EQ(prompter.showMessage(96, kPlainBox), Answer::None);
+    QApplication::processEvents();
+    EXPECT_FALSE(boxShown);
 }
 
 TEST(GuiPrompter, FileFilterConversion) {
