@@ -12,6 +12,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
+#include <QLayout>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QTableView>
@@ -160,10 +161,17 @@ fInpMemo* DocumentController::openMemoWindow(int usrcmp) {
     memo->setAttribute(Qt::WA_DeleteOnClose);
     m_memo = memo;
     if (m_mdi) {
-        QMdiSubWindow* sub = m_mdi->addSubWindow(memo);
+        const QSize stored = memo->size(); // Memo_Width and Memo_Height
+        // The note is read beside the grid while the steps are edited: it stays in front
+        // of the editor windows when one of them is clicked.
+        QMdiSubWindow* sub = m_mdi->addSubWindow(memo, Qt::SubWindow | Qt::WindowStaysOnTopHint);
         sub->setAttribute(Qt::WA_DeleteOnClose);
         connect(memo, &fInpMemo::closed, sub, &QWidget::close);
         sub->show();
+        // The stored size is the note's own, without the frame around it.
+        if (sub->layout())
+            sub->layout()->activate();
+        sub->resize(sub->size() + stored - memo->size());
     } else {
         memo->setParent(m_dialogParent, Qt::Tool);
         memo->show();
