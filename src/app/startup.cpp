@@ -16,6 +16,7 @@
 #include "finpmemo.h"
 #include "guiprompter.h"
 #include "mainwindow.h"
+#include "sheet/stepsheeteditor.h"
 #include "stepeditorwindow.h"
 
 #include <QCoreApplication>
@@ -188,14 +189,14 @@ QMdiSubWindow* Startup::createUserEditor() {
     QMdiArea* mdi = m_window->mdiArea();
     m_userWindow = new StepEditorWindow(m_context, 0);
     QMdiSubWindow* window = mdi->addSubWindow(m_userWindow);
-    // The comparison editor exists from the start but is shown only when a comparison
-    // program is opened.
-    m_comparisonWindow = new StepEditorWindow(m_context, 1);
-    QMdiSubWindow* comparison = mdi->addSubWindow(m_comparisonWindow);
-    comparison->hide();
-    m_documents = std::make_unique<DocumentController>(m_context, m_userWindow->editor(),
-                                                       m_comparisonWindow->editor(), m_window.get(), mdi);
-    m_documents->attachWindows(*m_userWindow, *m_comparisonWindow, m_window.get());
+    // The comparison editor's sheet exists from the start; its window is shown only when a
+    // comparison program is opened, and is made then, so that the first appearance of the
+    // editor does not wait for a second grid nobody sees.
+    m_comparisonEditor = StepEditorWindow::makeEditor(m_context, 1);
+    m_documents = std::make_unique<DocumentController>(m_context, m_userWindow->editor(), *m_comparisonEditor,
+                                                       m_window.get(), mdi);
+    m_documents->attachWindows(
+        *m_userWindow, [this] { return makeComparisonWindow(); }, m_window.get());
     if (!m_openProgram)
         m_openProgram = [this](const QString& file) { m_documents->documents().user().ReadStep(0, 0, file); };
     // The user editor starts with an empty program, as after "New".
@@ -203,6 +204,16 @@ QMdiSubWindow* Startup::createUserEditor() {
     window->show();
     m_userWindow->grid()->setFocus();
     return window;
+}
+
+StepEditorWindow* Startup::makeComparisonWindow() {
+    auto* comparison = new StepEditorWindow(m_context, 1, *m_comparisonEditor);
+    m_window->mdiArea()->addSubWindow(comparison)->hide();
+    return comparison;
+}
+
+StepEditorWindow* Startup::comparisonEditorWindow() const {
+    return m_documents ? m_documents->comparisonWindow() : nullptr;
 }
 
 void Startup::HikisuOp(const QString& commandLine) {
@@ -219,8 +230,8 @@ void Startup::ReleaseActiveX() {
     m_documents.reset();
     m_userEditor = nullptr;
     m_userWindow = nullptr;
-    m_comparisonWindow = nullptr;
     m_window.reset();
+    m_comparisonEditor.reset();
     if (m_errorSink && ErrorReporter::sink() == m_errorSink.get())
         ErrorReporter::setSink(nullptr);
     m_errorSink.reset();

@@ -4,14 +4,20 @@
 #include "base/settings.h"
 #include "base/tempfolder.h"
 #include "catalogue/cselections.h"
+#include "documentcontroller.h"
 #include "errordialogsink.h"
+#include "finpmemo.h"
 #include "guiprompter.h"
+#include "link/machinefiles.h"
 #include "mainwindow.h"
+#include "sheet/stepsheet.h"
 #include "startup.h"
+#include "stepeditorwindow.h"
 #include "testsupport.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QFileInfo>
 #include <QLockFile>
@@ -103,6 +109,46 @@ TEST(Startup, NormalStartBuildsTheMainWindow) {
     EXPECT_TRUE(startup.userEditor()->isVisible());
     EXPECT_EQ(startup.userEditor()->width(), window->mdiArea()->viewport()->width());
     EXPECT_TRUE(opened.isEmpty());
+}
+
+TEST(Startup, ComparisonWindowComesWithTheFirstComparisonProgramAndTakesItsImageAlong) {
+    StartupRig rig;
+    Startup startup(rig.options);
+    ASSERT_TRUE(startup.run());
+    QMdiArea* mdi = startup.mainWindow()->mdiArea();
+    // At start only the user editor exists; the function dialogs wait for their first use.
+    EXPECT_EQ(startup.comparisonEditorWindow(), nullptr);
+    EXPECT_EQ(startup.mainWindow()->findChildren<StepEditorWindow*>().size(), 1);
+    EXPECT_TRUE(startup.mainWindow()->findChildren<QDialog*>().isEmpty());
+
+    const QString image = CreateTempName(1, 1);
+    for (int round = 0; round < 2; ++round) {
+        SCOPED_TRACE(round);
+        rig.prompter.queueFileName(test::testData(QStringLiteral("gsp/flow.gsp")));
+        ASSERT_TRUE(startup.documents()->handleKey(0, QStringLiteral("keyREAD_HIKAKU1"), true));
+        StepEditorWindow* comparison = startup.comparisonEditorWindow();
+        ASSERT_NE(comparison, nullptr);
+        EXPECT_TRUE(comparison->isVisible());
+        EXPECT_EQ(comparison->windowTitle(), QStringLiteral("Refer:flow.gsp"));
+        EXPECT_FALSE(comparison->editor()
+                         .sheet()
+                         .text(StepSheet::kFirstStepRow, comparison->editor().sheet().GetcolOutKino1())
+                         .isEmpty());
+        // Tiled: the user editor above, the comparison below, each the full width.
+        QMdiSubWindow* frame = qobject_cast<QMdiSubWindow*>(comparison->parentWidget());
+        ASSERT_NE(frame, nullptr);
+        EXPECT_EQ(frame->y(), startup.userEditor()->height());
+        EXPECT_EQ(frame->width(), mdi->viewport()->width());
+        EXPECT_TRUE(QFileInfo::exists(image));
+
+        // Closing the comparison window deletes its temporary image; the user editor stays.
+        frame->close();
+        EXPECT_FALSE(comparison->isVisible());
+        EXPECT_FALSE(QFileInfo::exists(image));
+        EXPECT_TRUE(startup.userEditor()->isVisible());
+        EXPECT_EQ(startup.comparisonEditorWindow(), comparison) << "made once, shown again";
+    }
+    EXPECT_TRUE(rig.prompter.shown().empty());
 }
 
 TEST(Startup, RefusalsEndTheStartWithTheirMessage) {
