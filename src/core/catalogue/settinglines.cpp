@@ -8,16 +8,19 @@
 namespace vkm {
 
 QStringList settingFileLines(const QByteArray& content) {
+    // Decoded as a whole, once: CR and LF are single bytes in every code page the machine
+    // files use (never the second byte of a double-byte character), so the breaks are
+    // found in the text as well as in the bytes.
+    const QString text = LegacyText::decode(content);
     QStringList lines;
     qsizetype start = 0;
-    while (start < content.size()) {
+    while (start < text.size()) {
         // The line ends at the first CR or LF; a CR directly followed by LF is one break.
         qsizetype end = start;
-        while (end < content.size() && content[end] != '\r' && content[end] != '\n')
+        while (end < text.size() && text[end] != u'\r' && text[end] != u'\n')
             ++end;
-        lines << LegacyText::decode(content.mid(start, end - start));
-        if (end < content.size() && content[end] == '\r' && end + 1 < content.size() &&
-            content[end + 1] == '\n')
+        lines << text.mid(start, end - start);
+        if (end + 1 < text.size() && text[end] == u'\r' && text[end + 1] == u'\n')
             ++end;
         start = end + 1;
     }
