@@ -35,9 +35,9 @@ QString MainWindow::caption() {
 
 QAction* MainWindow::addToolButton(const QString& key, const QString& image, int captionText) {
     auto* action =
-        // From a pixmap: the resource names carry no suffix, and QIcon would otherwise look
-        // each one up in the MIME database.
-        m_toolBar->addAction(QIcon(QPixmap(QStringLiteral(":/toolbar/") + image)),
+        // From a pixmap read as PNG: the resource names carry no suffix, and QIcon would
+        // otherwise look each one up in the MIME database and Qt ask every image plugin.
+        m_toolBar->addAction(QIcon(QPixmap(QStringLiteral(":/toolbar/") + image, "PNG")),
                              LoadMessageText(captionText));
     action->setObjectName(key);
     m_actions.insert(key, action);
