@@ -72,14 +72,16 @@ bool Startup::run() {
         m_ownPrompter = std::make_unique<GuiPrompter>();
         m_context.prompter = m_ownPrompter.get();
     }
-    if (!acquireInstanceLock()) {
-        m_context.prompter->showMessage(83, 2);
-        return false;
-    }
     // Every temporary file of the run lives in the private folder: without it there is
-    // nowhere safe to unpack, open or save, so the start ends here with the reason.
+    // nowhere safe to unpack, open or save, so the start ends here with the reason. This
+    // comes before the lock: finding the lock's folder falls back on the temporary folder
+    // too, and an unusable TMPDIR would put that at the root of the file system.
     if (!TempFolder::instance().isValid()) {
         m_context.prompter->showText(TempFolder::instance().failureText(), 1);
+        return false;
+    }
+    if (!acquireInstanceLock()) {
+        m_context.prompter->showMessage(83, 2);
         return false;
     }
     CreateActiveX();

@@ -201,23 +201,27 @@ TEST(Startup, SecondInstanceIsRefused) {
 
 TEST(Startup, UnusableTemporaryFolderEndsTheStartWithOneMessage) {
     StartupRig rig;
-    {
-        test::EnvOverride env("TMPDIR", QFile::encodeName(rig.store.scratch.file(QStringLiteral("no/such"))));
-        TempFolder::instance().recreate();
-    }
+    // The lock's own folder is not given: without a runtime folder, finding one must not
+    // make a folder under the unusable TMPDIR either (Qt would put it at the root).
+    rig.options.lockFile.clear();
+    const QString missing = rig.store.scratch.file(QStringLiteral("no/such"));
     const QStringList atRoot = QDir(QStringLiteral("/")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
     {
+        test::EnvOverride noRuntime("XDG_RUNTIME_DIR", QByteArray());
+        test::EnvOverride data("XDG_DATA_HOME",
+                               QFile::encodeName(rig.store.scratch.file(QStringLiteral("data"))));
+        test::EnvOverride tmpdir("TMPDIR", QFile::encodeName(missing));
+        TempFolder::instance().recreate();
         Startup startup(rig.options);
         EXPECT_FALSE(startup.run());
         ASSERT_EQ(rig.prompter.shown().size(), 1u);
         EXPECT_EQ(rig.prompter.shown()[0].number, 0);
         EXPECT_EQ(rig.prompter.shown()[0].style, 1);
         EXPECT_TRUE(rig.prompter.shown()[0].text.startsWith(
-            QStringLiteral("Cannot create a temporary folder in:\n\n") +
-            QDir::toNativeSeparators(rig.store.scratch.file(QStringLiteral("no/such")))))
+            QStringLiteral("Cannot create a temporary folder in:\n\n") + QDir::toNativeSeparators(missing)))
             << qPrintable(rig.prompter.shown()[0].text);
         EXPECT_EQ(startup.mainWindow(), nullptr);
-        // Stopped before anything was unpacked or stored.
+        // Stopped before anything was unpacked or stored, and nothing made at the root.
         EXPECT_FALSE(rig.store.settings->contains(Section::Location, QStringLiteral("Memo_Width")));
         EXPECT_EQ(QDir(QStringLiteral("/")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), atRoot);
     }
