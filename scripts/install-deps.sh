@@ -12,8 +12,9 @@ PACKAGES=(
     xvfb xauth
     # fonts: Latin for the grid, Japanese for catalogue texts in code page 932
     fontconfig fonts-dejavu-core fonts-ipafont-gothic
-    # tests: fixture generators, PDF text and pages of the printed sheet
-    python3 poppler-utils
+    # tests: fixture generators, PDF text and pages of the printed sheet, an LHA reader of
+    # its own (lhasa's lha) that checks the archives tools/lhapack writes
+    python3 poppler-utils lhasa
 )
 
 missing=()

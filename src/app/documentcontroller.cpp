@@ -13,6 +13,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
+#include <QLayout>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QTableView>
@@ -51,22 +52,43 @@ void DocumentController::setWindowHooks(const EditorWindowHooks& w) {
     hooks.loadForms = w.loadForms;
 }
 
-void DocumentController::attachWindows(StepEditorWindow& user, StepEditorWindow& comparison,
-                                       MainWindow* mainWindow) {
-    StepEditorWindow* windows[2] = {&user, &comparison};
-    for (int usrcmp = 0; usrcmp < 2; ++usrcmp) {
-        StepEditorWindow* w = windows[usrcmp];
-        connect(w, &StepEditorWindow::commandTriggered, this,
-                [this, usrcmp](const QString& key) { handleKey(usrcmp, key, false); });
-        connect(w, &StepEditorWindow::menuTriggered, this,
-                [this, usrcmp](const QString&, const QString& item) { handleKey(usrcmp, item, true); });
-        for (const char* button : {"keyOPEN", "keySAVE"}) {
-            for (const char* item : {"keyREAD_USER2", "keyREAD_HIKAKU2", "keySAVE2"}) {
-                if (QAction* a = w->menuAction(QLatin1String(button), QLatin1String(item)))
-                    a->setEnabled(false);
-            }
+void DocumentController::attachWindow(int usrcmp, StepEditorWindow& w) {
+    connect(&w, &StepEditorWindow::commandTriggered, this,
+            [this, usrcmp](const QString& key) { handleKey(usrcmp, key, false); });
+    connect(&w, &StepEditorWindow::menuTriggered, this,
+            [this, usrcmp](const QString&, const QString& item) { handleKey(usrcmp, item, true); });
+    for (const char* button : {"keyOPEN", "keySAVE"}) {
+        for (const char* item : {"keyREAD_USER2", "keyREAD_HIKAKU2", "keySAVE2"}) {
+            if (QAction* a = w.menuAction(QLatin1String(button), QLatin1String(item)))
+                a->setEnabled(false);
         }
     }
+}
+
+StepEditorWindow* DocumentController::comparisonWindow() const {
+    return m_comparisonWindow.data();
+}
+
+StepEditorWindow* DocumentController::window(int usrcmp) {
+    if (usrcmp == 0)
+        return m_userWindow;
+    if (!m_comparisonWindow && m_makeComparison) {
+        m_comparisonWindow = m_makeComparison();
+        if (m_comparisonWindow) {
+            attachWindow(1, *m_comparisonWindow);
+            // Closing the comparison window unloads it: its temporary image goes with it.
+            connect(m_comparisonWindow, &StepEditorWindow::closed, this,
+                    [this] { m_documents->comparison().DeleteTemporaryFiles(); });
+        }
+    }
+    return m_comparisonWindow;
+}
+
+void DocumentController::attachWindows(StepEditorWindow& user, ComparisonWindowFactory comparison,
+                                       MainWindow* mainWindow) {
+    m_userWindow = &user;
+    m_makeComparison = std::move(comparison);
+    attachWindow(0, user);
     connect(&user, &StepEditorWindow::changed, this, [this] { m_documents->user().setChanged(true); });
     // Clearing a block of cells takes an undo snapshot of the sheet as it was.
     connect(&user, &StepEditorWindow::snapshotRequested, this, [this] { m_documents->user().SaveCurrent(); });
@@ -78,13 +100,27 @@ void DocumentController::attachWindows(StepEditorWindow& user, StepEditorWindow&
         return false;
     });
     EditorWindowHooks hooks;
-    hooks.setTitle = [windows](int usrcmp, const QString& title) { windows[usrcmp]->setWindowTitle(title); };
-    hooks.focusGrid = [windows](int usrcmp) { windows[usrcmp]->grid()->setFocus(); };
-    hooks.comparisonLoaded = [&comparison] { return comparison.isVisible(); };
-    hooks.showComparison = [&comparison] {
-        QWidget* frame = comparison.parentWidget() ? comparison.parentWidget() : &comparison;
-        frame->show();
-        comparison.show();
+    hooks.setTitle = [this](int usrcmp, const QString& title) {
+        if (StepEditorWindow* w = window(usrcmp))
+            w->setWindowTitle(title);
+    };
+    hooks.focusGrid = [this](int usrcmp) {
+        if (StepEditorWindow* w = window(usrcmp))
+            w->grid()->setFocus();
+    };
+    hooks.comparisonLoaded = [this] { return m_comparisonWindow && m_comparisonWindow->isVisible(); };
+    hooks.showComparison = [this] {
+        StepEditorWindow* comparison = window(1);
+        if (!comparison)
+            return;
+        auto* frame = qobject_cast<QMdiSubWindow*>(comparison->parentWidget());
+        // A closed sub-window leaves the area's list of windows: it is put back, so that
+        // arranging the windows places it again.
+        if (frame && m_mdi && !m_mdi->subWindowList().contains(frame))
+            m_mdi->addSubWindow(frame);
+        if (frame)
+            frame->show();
+        comparison->show();
     };
     if (mainWindow) {
         hooks.tileHorizontally = [mainWindow] { mainWindow->tileHorizontally(); };
@@ -166,10 +202,17 @@ fInpMemo* DocumentController::openMemoWindow(int usrcmp) {
     memo->setAttribute(Qt::WA_DeleteOnClose);
     m_memo = memo;
     if (m_mdi) {
-        QMdiSubWindow* sub = m_mdi->addSubWindow(memo);
+        const QSize stored = memo->size(); // Memo_Width and Memo_Height
+        // The note is read beside the grid while the steps are edited: it stays in front
+        // of the editor windows when one of them is clicked.
+        QMdiSubWindow* sub = m_mdi->addSubWindow(memo, Qt::SubWindow | Qt::WindowStaysOnTopHint);
         sub->setAttribute(Qt::WA_DeleteOnClose);
         connect(memo, &fInpMemo::closed, sub, &QWidget::close);
         sub->show();
+        // The stored size is the note's own, without the frame around it.
+        if (sub->layout())
+            sub->layout()->activate();
+        sub->resize(sub->size() + stored - memo->size());
     } else {
         memo->setParent(m_dialogParent, Qt::Tool);
         memo->show();

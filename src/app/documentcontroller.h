@@ -43,9 +43,16 @@ public:
     Documents& documents() { return *m_documents; }
     void setWindowHooks(const EditorWindowHooks& hooks);
 
+    // Makes the comparison editor's window (hidden) when a comparison program is first
+    // opened.
+    using ComparisonWindowFactory = std::function<StepEditorWindow*()>;
+
     // Connects the toolbar commands, changed flags, titles and focus of the two editor
-    // windows and the close question of the main window; disables the machine items.
-    void attachWindows(StepEditorWindow& user, StepEditorWindow& comparison, MainWindow* mainWindow);
+    // windows and the close question of the main window; disables the machine items. The
+    // comparison window is connected when the factory has made it.
+    void attachWindows(StepEditorWindow& user, ComparisonWindowFactory comparison, MainWindow* mainWindow);
+    // The comparison editor's window; nullptr until a comparison program was opened.
+    StepEditorWindow* comparisonWindow() const;
 
     // Runs the command of a toolbar button or menu item of the editor usrcmp. fromMenu
     // tells the memo item ("keyREM" under the info button) from the remark button of the
@@ -77,12 +84,19 @@ public:
     void shutdown();
 
 private:
+    // Connects one editor window's commands (both editors alike).
+    void attachWindow(int usrcmp, StepEditorWindow& window);
+    StepEditorWindow* window(int usrcmp);
+
     AppContext& m_context;
     std::unique_ptr<Documents> m_documents;
     std::unique_ptr<PrintController> m_print;
     QWidget* m_dialogParent;
     QMdiArea* m_mdi;
     QPointer<fInpMemo> m_memo;
+    QPointer<StepEditorWindow> m_userWindow;
+    QPointer<StepEditorWindow> m_comparisonWindow;
+    ComparisonWindowFactory m_makeComparison;
     std::function<bool(const QString&)> m_opener;
     bool m_shutDown = false;
     bool m_applicationClosing = false; // the close question was answered: the editors may go

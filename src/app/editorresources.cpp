@@ -30,16 +30,17 @@ QIcon editorIcon(const QString& key) {
     if (it != cache.constEnd())
         return *it;
     const QString path = iconPath(key);
-    // From a pixmap: a path without a suffix would make QIcon consult the whole MIME
-    // database (milliseconds at every start) just to learn that the image is a PNG.
-    const QIcon icon = QFile::exists(path) ? QIcon(QPixmap(path)) : QIcon();
+    // From a pixmap read as PNG: a path without a suffix would make QIcon consult the whole
+    // MIME database, and an image of unnamed format makes Qt load every image format
+    // plugin to ask it (milliseconds at every start), just to learn that it is a PNG.
+    const QIcon icon = QFile::exists(path) ? QIcon(QPixmap(path, "PNG")) : QIcon();
     cache.insert(key, icon);
     return icon;
 }
 
 QPixmap editorPixmap(const QString& key) {
     ensureEditorResources();
-    return QPixmap(iconPath(key));
+    return QPixmap(iconPath(key), "PNG");
 }
 
 QIcon editorIconNoCase(const QString& key) {

@@ -16,6 +16,8 @@ QString ErrorDialogSink::dialogText(const ErrorReport& report) {
 }
 
 void ErrorDialogSink::Dialog::report(const ErrorReport& report) {
+    if (report.quiet)
+        return; // in the log; the user hears of its consequence from a message of its own
     m_prompter.showText(dialogText(report), 1);
 }
 

@@ -77,9 +77,12 @@ fInpMemo::fInpMemo(Documents& documents, int usrcmp, Settings* settings, QWidget
     }
 
     const CSteps& user = m_documents.userProgram();
-    // The memo keeps the machine's line breaks (CR LF); the text box shows plain lines.
-    m_txtMemo->setPlainText(
-        QString(m_documents.program(usrcmp).Memo).replace(QLatin1String("\r\n"), QLatin1String("\n")));
+    // The memo keeps the machine's line breaks (CR LF; a file written elsewhere may hold a
+    // lone CR or LF); the text box shows plain lines.
+    m_storedMemo = m_documents.program(usrcmp).Memo;
+    m_shownText =
+        QString(m_storedMemo).replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
+    m_txtMemo->setPlainText(m_shownText);
     m_lblFileName->setText(user.MemoFile);
     if (!user.MemoFile.isEmpty())
         m_memoFilePath = QFileInfo(programFolder() + QLatin1Char('/') + user.MemoFile).absoluteFilePath();
@@ -107,8 +110,12 @@ QString fInpMemo::programFolder() const {
 }
 
 QString fInpMemo::memoText() const {
-    // Each line break counts two bytes, as it is stored.
-    return m_txtMemo->toPlainText().replace(QLatin1Char('\n'), QLatin1String("\r\n"));
+    // Untouched, the memo is what the program holds, line breaks and all: OK then changes
+    // nothing. Edited, each line break is stored as CR LF and counts two bytes.
+    const QString shown = m_txtMemo->toPlainText();
+    if (shown == m_shownText)
+        return m_storedMemo;
+    return QString(shown).replace(QLatin1Char('\n'), QLatin1String("\r\n"));
 }
 
 void fInpMemo::updateRemaining() {

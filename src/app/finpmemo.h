@@ -48,7 +48,8 @@ protected:
 
 private:
     void updateRemaining();
-    // The text as the memo stores it: lines joined by CR LF.
+    // The text as the memo stores it: the stored memo while the text is as shown,
+    // else the lines joined by CR LF.
     QString memoText() const;
     void applyFontSize();
     QString programFolder() const;
@@ -62,6 +63,8 @@ private:
     QComboBox* m_cboFontSize;
     QPushButton* m_buttons[4];
     QString m_memoFilePath;
+    QString m_storedMemo; // the program's memo when the window opened
+    QString m_shownText;  // that memo as the text box shows it
     std::function<bool(const QString&)> m_opener;
     bool m_stored = false;
 };

@@ -6,10 +6,7 @@
 namespace vkm {
 
 FunctionChooserDialogs::FunctionChooserDialogs(Settings* settings, Prompter& prompter, QWidget* parent)
-    : m_settings(settings), m_prompter(prompter), m_parent(parent) {
-    m_inp = make(1);
-    m_out = make(2);
-}
+    : m_settings(settings), m_prompter(prompter), m_parent(parent) {}
 
 FunctionChooserDialogs::~FunctionChooserDialogs() {
     delete m_out.data();
@@ -20,24 +17,40 @@ fSelKino* FunctionChooserDialogs::make(int In_or_Out) {
     auto* d = new fSelKino(m_settings, m_prompter, m_parent);
     d->In_or_Out = In_or_Out;
     d->setModal(true);
+    if (m_prepared) {
+        d->VMKKind = m_kind;
+        d->sels = In_or_Out == 2 ? m_outSels : m_inpSels;
+    }
     return d;
 }
 
-fSelKino* FunctionChooserDialogs::dialog(int In_or_Out) const {
+fSelKino* FunctionChooserDialogs::existing(int In_or_Out) const {
     return In_or_Out == 2 ? m_out.data() : m_inp.data();
 }
 
+fSelKino* FunctionChooserDialogs::dialog(int In_or_Out) {
+    QPointer<fSelKino>& d = In_or_Out == 2 ? m_out : m_inp;
+    if (!d)
+        d = make(In_or_Out == 2 ? 2 : 1);
+    return d.data();
+}
+
 void FunctionChooserDialogs::LoadForms(int kind, const CSelections* inpSels, const CSelections* outSels) {
+    // A dialog is made when it is first opened, with what was prepared here: making both
+    // dialogs (and building their trees) would hold up every window that prepares them,
+    // the editor's first appearance among them.
+    m_prepared = true;
+    m_kind = kind;
+    m_inpSels = inpSels;
+    m_outSels = outSels;
     for (int side : {1, 2}) {
-        fSelKino* d = dialog(side);
+        fSelKino* d = existing(side);
         if (!d)
             continue;
         if (d->IsLoaded) {
             d->SelectTopNode();
             continue;
         }
-        // The dialog is loaded (its tree built) when it is first opened: building both
-        // trees here would hold up every window that prepares its dialogs.
         d->VMKKind = kind;
         d->In_or_Out = side;
         d->sels = side == 2 ? outSels : inpSels;
@@ -46,7 +59,7 @@ void FunctionChooserDialogs::LoadForms(int kind, const CSelections* inpSels, con
 
 void FunctionChooserDialogs::UnLoadForms() {
     for (int side : {2, 1})
-        if (fSelKino* d = dialog(side))
+        if (fSelKino* d = existing(side))
             d->unload();
 }
 

@@ -33,7 +33,10 @@ public:
     // Whether the last GetKinoValue ended with a choice (Select) rather than Cancel.
     bool lastWasChosen() const { return m_lastChosen; }
 
-    fSelKino* dialog(int In_or_Out) const;
+    // The dialog of the side (2 output, anything else input), made on first use.
+    fSelKino* dialog(int In_or_Out);
+    // The dialog of the side if it has been made, else nullptr.
+    fSelKino* existing(int In_or_Out) const;
 
     // The callbacks the sheet editor takes: a chosen function number or nullopt when the
     // dialog was cancelled; the category dialog for shared digital texts.
@@ -48,6 +51,11 @@ private:
     QWidget* m_parent;
     QPointer<fSelKino> m_inp;
     QPointer<fSelKino> m_out;
+    // What LoadForms prepared, for the dialogs made later.
+    bool m_prepared = false;
+    int m_kind = 0;
+    const CSelections* m_inpSels = nullptr;
+    const CSelections* m_outSels = nullptr;
     bool m_lastChosen = false;
 };
 

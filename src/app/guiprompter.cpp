@@ -79,7 +79,7 @@ QString qtFilterEntry(const QString& description, const QString& patterns) {
 GuiPrompter::GuiPrompter(QWidget* parent) : m_parent(parent) {}
 
 std::unique_ptr<QMessageBox> GuiPrompter::createBox(const QString& text, int style, QWidget* parent) {
-    const BoxStyle s = boxStyle(style);
+    const BoxStyle s = textBoxStyle(style);
     if (!s.valid)
         return nullptr;
     const Buttons b = qtButtons(s.buttons);
@@ -91,6 +91,8 @@ std::unique_ptr<QMessageBox> GuiPrompter::createBox(const QString& text, int sty
 
 Answer GuiPrompter::showMessage(int number, int style, const QString& a1, const QString& a2,
                                 const QString& a3) {
+    if (!boxStyle(style).valid)
+        return Answer::None; // a numbered message in a style outside the ten shows nothing
     return showText(messageText(number, a1, a2, a3), style);
 }
 
@@ -99,7 +101,7 @@ Answer GuiPrompter::showText(const QString& text, int style) {
     if (!box)
         return Answer::None;
     const Answer a = toAnswer(box->exec());
-    const BoxButtons buttons = boxStyle(style).buttons;
+    const BoxButtons buttons = textBoxStyle(style).buttons;
     return buttons == BoxButtons::Ok ? Answer::None : a;
 }
 

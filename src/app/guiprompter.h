@@ -27,8 +27,8 @@ public:
     QString saveFileName(const FileDialogRequest& request) override;
     QString existingFolder(const QString& title, const QString& startDir) override;
 
-    // The box of one style, not yet shown: icon, buttons and default button of the style.
-    // nullptr for a style outside 1..10.
+    // The box of one style, not yet shown: icon, buttons and default button of the style;
+    // kPlainBox gives a box without an icon and with OK only. nullptr for any other style.
     static std::unique_ptr<QMessageBox> createBox(const QString& text, int style, QWidget* parent = nullptr);
 
     // Filter text of a file dialog in Qt's form. The machine tools wrote filters as

@@ -35,9 +35,9 @@ QString MainWindow::caption() {
 
 QAction* MainWindow::addToolButton(const QString& key, const QString& image, int captionText) {
     auto* action =
-        // From a pixmap: the resource names carry no suffix, and QIcon would otherwise look
-        // each one up in the MIME database.
-        m_toolBar->addAction(QIcon(QPixmap(QStringLiteral(":/toolbar/") + image)),
+        // From a pixmap read as PNG: the resource names carry no suffix, and QIcon would
+        // otherwise look each one up in the MIME database and Qt ask every image plugin.
+        m_toolBar->addAction(QIcon(QPixmap(QStringLiteral(":/toolbar/") + image, "PNG")),
                              LoadMessageText(captionText));
     action->setObjectName(key);
     m_actions.insert(key, action);
@@ -76,6 +76,15 @@ void MainWindow::tileHorizontally() {
     }
     if (windows.isEmpty())
         return;
+    // The user editor on top, the comparison editor below it, then the other windows in
+    // the order they were opened (the comparison window is made only when first needed,
+    // so its place does not follow from when it was made).
+    auto rank = [](const QMdiSubWindow* w) {
+        const QString name = w->widget() ? w->widget()->objectName() : QString();
+        return name == QLatin1String("fStep") ? 0 : name == QLatin1String("fStepCmp") ? 1 : 2;
+    };
+    std::stable_sort(windows.begin(), windows.end(),
+                     [&](const QMdiSubWindow* a, const QMdiSubWindow* b) { return rank(a) < rank(b); });
     const QRect area = m_mdi->viewport()->rect();
     const int count = int(windows.size());
     const int height = area.height() / count;

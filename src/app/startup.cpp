@@ -5,6 +5,7 @@
 #include "base/paths.h"
 #include "base/regdata.h"
 #include "base/settings.h"
+#include "base/tempfolder.h"
 #include "catalogue/cselections.h"
 #include "catalogue/cselectkino.h"
 #include "custom/ccustominps.h"
@@ -15,6 +16,7 @@
 #include "finpmemo.h"
 #include "guiprompter.h"
 #include "mainwindow.h"
+#include "sheet/stepsheeteditor.h"
 #include "stepeditorwindow.h"
 
 #include <QCoreApplication>
@@ -46,11 +48,16 @@ Startup::~Startup() {
 }
 
 QString Startup::defaultLockFile() {
-    QString dir = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    if (dir.isEmpty())
-        dir = QDir::tempPath();
-    // One lock per user: the runtime folder is the user's own, and the name carries the
+    // One lock per user, in a folder that is the user's own: the runtime folder (Qt
+    // accepts it only when it belongs to the user and nobody else may enter it), else the
+    // per-user data folder. Never the shared temporary folder, where the first user's
+    // lock would keep every other user of the machine out. The name carries the
     // executable's name so that differently named copies do not block each other.
+    QString dir = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (dir.isEmpty()) {
+        dir = paths::userDataFolder();
+        QDir().mkpath(dir);
+    }
     return dir + QLatin1Char('/') + messageBoxTitle() + QStringLiteral(".lock");
 }
 
@@ -64,6 +71,14 @@ bool Startup::run() {
     if (!m_context.prompter) {
         m_ownPrompter = std::make_unique<GuiPrompter>();
         m_context.prompter = m_ownPrompter.get();
+    }
+    // Every temporary file of the run lives in the private folder: without it there is
+    // nowhere safe to unpack, open or save, so the start ends here with the reason. This
+    // comes before the lock: finding the lock's folder falls back on the temporary folder
+    // too, and an unusable TMPDIR would put that at the root of the file system.
+    if (!TempFolder::instance().isValid()) {
+        m_context.prompter->showText(TempFolder::instance().failureText(), 1);
+        return false;
     }
     if (!acquireInstanceLock()) {
         m_context.prompter->showMessage(83, 2);
@@ -176,14 +191,14 @@ QMdiSubWindow* Startup::createUserEditor() {
     QMdiArea* mdi = m_window->mdiArea();
     m_userWindow = new StepEditorWindow(m_context, 0);
     QMdiSubWindow* window = mdi->addSubWindow(m_userWindow);
-    // The comparison editor exists from the start but is shown only when a comparison
-    // program is opened.
-    m_comparisonWindow = new StepEditorWindow(m_context, 1);
-    QMdiSubWindow* comparison = mdi->addSubWindow(m_comparisonWindow);
-    comparison->hide();
-    m_documents = std::make_unique<DocumentController>(m_context, m_userWindow->editor(),
-                                                       m_comparisonWindow->editor(), m_window.get(), mdi);
-    m_documents->attachWindows(*m_userWindow, *m_comparisonWindow, m_window.get());
+    // The comparison editor's sheet exists from the start; its window is shown only when a
+    // comparison program is opened, and is made then, so that the first appearance of the
+    // editor does not wait for a second grid nobody sees.
+    m_comparisonEditor = StepEditorWindow::makeEditor(m_context, 1);
+    m_documents = std::make_unique<DocumentController>(m_context, m_userWindow->editor(), *m_comparisonEditor,
+                                                       m_window.get(), mdi);
+    m_documents->attachWindows(
+        *m_userWindow, [this] { return makeComparisonWindow(); }, m_window.get());
     if (!m_openProgram)
         m_openProgram = [this](const QString& file) { m_documents->documents().user().ReadStep(0, 0, file); };
     // The user editor starts with an empty program, as after "New".
@@ -191,6 +206,16 @@ QMdiSubWindow* Startup::createUserEditor() {
     window->show();
     m_userWindow->grid()->setFocus();
     return window;
+}
+
+StepEditorWindow* Startup::makeComparisonWindow() {
+    auto* comparison = new StepEditorWindow(m_context, 1, *m_comparisonEditor);
+    m_window->mdiArea()->addSubWindow(comparison)->hide();
+    return comparison;
+}
+
+StepEditorWindow* Startup::comparisonEditorWindow() const {
+    return m_documents ? m_documents->comparisonWindow() : nullptr;
 }
 
 void Startup::HikisuOp(const QString& commandLine) {
@@ -207,8 +232,8 @@ void Startup::ReleaseActiveX() {
     m_documents.reset();
     m_userEditor = nullptr;
     m_userWindow = nullptr;
-    m_comparisonWindow = nullptr;
     m_window.reset();
+    m_comparisonEditor.reset();
     if (m_errorSink && ErrorReporter::sink() == m_errorSink.get())
         ErrorReporter::setSink(nullptr);
     m_errorSink.reset();

@@ -21,6 +21,7 @@ class ErrorDialogSink;
 class GuiPrompter;
 class MainWindow;
 class Settings;
+class StepSheetEditor;
 
 struct StartupOptions {
     QString archiveOverride; // --archive PATH; empty: the usual places
@@ -55,7 +56,8 @@ public:
     AppContext& context() { return m_context; }
     QMdiSubWindow* userEditor() const { return m_userEditor; }
     StepEditorWindow* userEditorWindow() const { return m_userWindow; }
-    StepEditorWindow* comparisonEditorWindow() const { return m_comparisonWindow; }
+    // nullptr until a comparison program is first opened.
+    StepEditorWindow* comparisonEditorWindow() const;
     DocumentController* documents() const { return m_documents.get(); }
     // True when every initial file was read.
     bool initialFilesRead() const { return m_initialFilesRead; }
@@ -78,9 +80,10 @@ private:
     void placeMainWindow();
     void showMainWindow();
     void readInitialFiles();
-    // The user editor (shown) and the comparison editor (loaded on its first open), and the
-    // document commands of both.
+    // The user editor (shown), the comparison program's sheet (its window is made when a
+    // comparison program is first opened), and the document commands of both.
     QMdiSubWindow* createUserEditor();
+    StepEditorWindow* makeComparisonWindow();
     void ReleaseActiveX();
 
     StartupOptions m_options;
@@ -96,10 +99,10 @@ private:
     std::unique_ptr<CCustomOuts> m_cusO;
     std::unique_ptr<CSelections> m_selCusInp;
     std::unique_ptr<CSelections> m_selCusOut;
+    std::unique_ptr<StepSheetEditor> m_comparisonEditor; // outlives the windows
     std::unique_ptr<MainWindow> m_window;
     QMdiSubWindow* m_userEditor = nullptr;
     StepEditorWindow* m_userWindow = nullptr;
-    StepEditorWindow* m_comparisonWindow = nullptr;
     std::unique_ptr<DocumentController> m_documents;
     bool m_initialFilesRead = false;
     std::function<void(const QString&)> m_openProgram;

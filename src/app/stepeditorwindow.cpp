@@ -85,16 +85,29 @@ void StepEditorWindow::closeEvent(QCloseEvent* event) {
         return;
     }
     QWidget::closeEvent(event);
+    Q_EMIT closed();
+}
+
+std::unique_ptr<StepSheetEditor> StepEditorWindow::makeEditor(AppContext& context, int USRCMP) {
+    const bool inpFirst = context.settings && context.settings->value(keys::DoesLocateInpFirst);
+    const CSelections& selout = context.selout ? *context.selout : emptyCatalogue();
+    const CSelections& selinp = context.selinp ? *context.selinp : emptyCatalogue();
+    return std::make_unique<StepSheetEditor>(selout, selinp, *context.prompter, USRCMP == 1, inpFirst);
 }
 
 StepEditorWindow::StepEditorWindow(AppContext& context, int USRCMP, QWidget* parent)
+    : StepEditorWindow(context, USRCMP, nullptr, parent) {}
+
+StepEditorWindow::StepEditorWindow(AppContext& context, int USRCMP, StepSheetEditor& editor, QWidget* parent)
+    : StepEditorWindow(context, USRCMP, &editor, parent) {}
+
+StepEditorWindow::StepEditorWindow(AppContext& context, int USRCMP, StepSheetEditor* external,
+                                   QWidget* parent)
     : QWidget(parent), m_context(context), m_usrcmp(USRCMP) {
     setObjectName(isComparison() ? QStringLiteral("fStepCmp") : QStringLiteral("fStep"));
-    const bool inpFirst = m_context.settings && m_context.settings->value(keys::DoesLocateInpFirst);
-    const CSelections& selout = m_context.selout ? *m_context.selout : emptyCatalogue();
-    const CSelections& selinp = m_context.selinp ? *m_context.selinp : emptyCatalogue();
-    m_editor =
-        std::make_unique<StepSheetEditor>(selout, selinp, *m_context.prompter, isComparison(), inpFirst);
+    if (!external)
+        m_ownEditor = makeEditor(m_context, USRCMP);
+    m_editor = external ? external : m_ownEditor.get();
 
     m_toolBar = new StepToolBar(this);
     buildGrid();
@@ -148,6 +161,10 @@ void StepEditorWindow::buildGrid() {
     m_grid->setObjectName(QStringLiteral("fg"));
     m_grid->setHorizontalHeader(new StepHeaderView(Qt::Horizontal, m_grid));
     m_grid->setVerticalHeader(new StepHeaderView(Qt::Vertical, m_grid));
+    // Both header thicknesses are fixed before the model comes: the headers then never
+    // measure their texts for a size hint.
+    m_grid->horizontalHeader()->setFixedHeight(32); // room for "Delay Value" on two lines
+    m_grid->verticalHeader()->setFixedWidth(twipsToPixels(kStepColumnTwips));
     m_model = new StepTableModel(*m_editor, nullptr);
     m_delegate = new StepDelegate(m_grid);
     m_grid->setModel(m_model);
@@ -163,7 +180,6 @@ void StepEditorWindow::buildGrid() {
     m_grid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_grid->verticalHeader()->setDefaultSectionSize(kRowHeight);
     m_grid->horizontalHeader()->setMinimumSectionSize(0);
-    m_grid->horizontalHeader()->setFixedHeight(32); // room for "Delay Value" on two lines
     m_grid->installEventFilter(this);
     // The corner above the step numbers is the header of the step column: "STEP".
     m_grid->setCornerButtonEnabled(false);

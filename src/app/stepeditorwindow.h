@@ -26,8 +26,16 @@ class StepToolBar;
 class StepEditorWindow : public QWidget {
     Q_OBJECT
 public:
+    // A window with a sheet editor of its own.
     StepEditorWindow(AppContext& context, int USRCMP, QWidget* parent = nullptr);
+    // A window that shows a sheet editor owned elsewhere (which must outlive it): the
+    // comparison program's sheet exists from the start, its window only once a comparison
+    // program is opened.
+    StepEditorWindow(AppContext& context, int USRCMP, StepSheetEditor& editor, QWidget* parent = nullptr);
     ~StepEditorWindow() override;
+
+    // The sheet editor of the program USRCMP, over the context's catalogues and settings.
+    static std::unique_ptr<StepSheetEditor> makeEditor(AppContext& context, int USRCMP);
 
     int USRCMP() const { return m_usrcmp; }
     bool isComparison() const { return m_usrcmp == 1; }
@@ -82,6 +90,8 @@ public:
 
 Q_SIGNALS:
     void commandTriggered(const QString& key);
+    // The window was closed (its close was not refused).
+    void closed();
     void menuTriggered(const QString& buttonKey, const QString& itemKey);
     void changed();
     void pulseRefreshRequested(int row);
@@ -95,6 +105,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    StepEditorWindow(AppContext& context, int USRCMP, StepSheetEditor* external, QWidget* parent);
     void buildGrid();
     void buildHintPane();
     void buildContextMenu();
@@ -116,7 +127,8 @@ private:
 
     AppContext& m_context;
     int m_usrcmp;
-    std::unique_ptr<StepSheetEditor> m_editor;
+    std::unique_ptr<StepSheetEditor> m_ownEditor;
+    StepSheetEditor* m_editor = nullptr;
     int m_selectionListener = 0;
     std::unique_ptr<FunctionChooserDialogs> m_dialogs;
     FunctionChooser m_chooser;

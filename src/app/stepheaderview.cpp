@@ -21,6 +21,14 @@ bool StepHeaderView::hasSymbolFont() {
     return has;
 }
 
+QSize StepHeaderView::sizeHint() const {
+    if (orientation() == Qt::Horizontal && minimumHeight() == maximumHeight())
+        return {length(), minimumHeight()};
+    if (orientation() == Qt::Vertical && minimumWidth() == maximumWidth())
+        return {minimumWidth(), length()};
+    return QHeaderView::sizeHint();
+}
+
 void StepHeaderView::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const {
     if (!model() || !rect.isValid())
         return;

@@ -15,6 +15,11 @@ public:
 
     static bool hasSymbolFont();
 
+    // A header of fixed thickness (the header row's height, the step column's width) has
+    // that thickness as its hint: the table asks for the hint on every layout, and
+    // measuring the text of every section for an answer known beforehand is wasted.
+    QSize sizeHint() const override;
+
 protected:
     void paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const override;
 };

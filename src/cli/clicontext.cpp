@@ -1,6 +1,10 @@
 #include "clicontext.h"
 
+#include "base/legacytext.h"
+#include "base/messages.h"
 #include "base/paths.h"
+#include "base/regdata.h"
+#include "base/settings.h"
 #include "catalogue/cselectkino.h"
 #include "custom/initialfiles.h"
 #include "link/machinefiles.h"
@@ -14,6 +18,30 @@ namespace vkm::cli {
 
 CliContext::CliContext(QString archiveOverride)
     : m_archiveOverride(std::move(archiveOverride)), m_out(stdout), m_err(stderr) {}
+
+QString CliContext::editorApplicationName() {
+    QString name = messageBoxTitle();
+    if (name.endsWith(QLatin1String("-cli")))
+        name.chop(4);
+    return name;
+}
+
+bool CliContext::applySettings(const QString& codePage) {
+    if (!codePage.isEmpty()) {
+        if (LegacyText::setCodePage(codePage))
+            return true;
+        m_err << "unknown code page " << codePage << '\n';
+        m_err.flush();
+        return false;
+    }
+    const Settings settings(editorApplicationName());
+    if (!applyCodePageSetting(settings)) {
+        m_err << "the setting CodePage names an unknown code page (" << settings.value(keys::CodePage)
+              << "); using " << LegacyText::codePage() << '\n';
+        m_err.flush();
+    }
+    return true;
+}
 
 QString CliContext::archivePath() const {
     return paths::settingArchive(m_archiveOverride);

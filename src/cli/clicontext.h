@@ -17,6 +17,15 @@ class CliContext {
 public:
     explicit CliContext(QString archiveOverride);
 
+    // Takes the code page of legacy texts from the editor's own settings store ("General"/
+    // "CodePage", read only: the tool never writes the user's settings), unless codePage
+    // names one. An unknown name given here is an error (printed; false); an unknown name
+    // in the store is warned about and the default stays.
+    bool applySettings(const QString& codePage);
+    // The settings store the editor uses: its application name is the editor's, which is
+    // this tool's name without "-cli" ("vkmstep" for "vkmstep-cli").
+    static QString editorApplicationName();
+
     QTextStream& out() { return m_out; }
     QTextStream& err() { return m_err; }
     ConsolePrompter& prompter() { return m_prompter; }

@@ -67,12 +67,16 @@ void dumpProgram(QTextStream& s, const CSteps& p, const CliContext& ctx) {
         s << (p.Memo.isEmpty() ? "" : "\n  | ") << line;
     s << '\n';
     for (const auto& step : p) {
-        if (step->NOP)
+        // An empty step is left out, unless it carries a remark (a heading the
+        // technician wrote between blocks of steps).
+        if (step->NOP && step->Remark.isEmpty())
             continue;
         s << "step " << step->Row << (step->GyoMuko ? " disabled" : "");
         if (!step->Remark.isEmpty())
             s << " \"" << step->Remark << '"';
         s << '\n';
+        if (step->NOP)
+            continue;
         for (int block = 1; block <= 2; ++block)
             dumpOutput(s, step->outs ? step->outs->Item(QString::number(block)).get() : nullptr, block,
                        ctx.selout());

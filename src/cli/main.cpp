@@ -1,6 +1,8 @@
 #include "clicontext.h"
 #include "command.h"
 
+#include "base/tempfolder.h"
+
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <memory>
@@ -19,7 +21,13 @@ std::set<QString>& guiCommands() {
 } // namespace vkm::cli
 
 static int usage(QTextStream& s) {
-    s << "usage: vkmstep-cli [--archive PATH] COMMAND [ARGS]\n       vkmstep-cli --version\ncommands:\n";
+    s << "usage: vkmstep-cli [--archive PATH] [--codepage NAME] COMMAND [ARGS]\n"
+         "       vkmstep-cli --version\n"
+         "options:\n"
+         "  --archive PATH   setting archive (else VKM_ARCHIVE, else beside the program)\n"
+         "  --codepage NAME  code page of the texts in program and setting files (else the\n"
+         "                   editor's \"CodePage\" setting, else windows-31j)\n"
+         "commands:\n";
     for (const auto& [name, cmd] : commandRegistry())
         s << "  " << cmd.usage << '\n';
     s.flush();
@@ -52,6 +60,7 @@ int main(int argc, char** argv) {
     QCoreApplication& app = *application;
     QStringList args = app.arguments().mid(1);
     QString archive;
+    QString codePage;
     while (!args.isEmpty() && args.first().startsWith(QLatin1String("--"))) {
         const QString opt = args.takeFirst();
         if (opt == QLatin1String("--version")) {
@@ -60,6 +69,10 @@ int main(int argc, char** argv) {
         }
         if (opt == QLatin1String("--archive") && !args.isEmpty()) {
             archive = args.takeFirst();
+            continue;
+        }
+        if (opt == QLatin1String("--codepage") && !args.isEmpty()) {
+            codePage = args.takeFirst();
             continue;
         }
         if (opt == QLatin1String("--help")) {
@@ -81,6 +94,14 @@ int main(int argc, char** argv) {
         return usage(err);
     }
     CliContext ctx(archive);
+    if (!ctx.applySettings(codePage))
+        return 2;
+    // Every command may need the private temporary folder (unpacking, saving): without it
+    // the tool stops before it starts, with the reason.
+    if (!vkm::TempFolder::instance().isValid()) {
+        err << vkm::TempFolder::instance().failureText() << '\n';
+        return 1;
+    }
     const int rc = it->second.run(args, ctx);
     ctx.out().flush();
     ctx.err().flush();

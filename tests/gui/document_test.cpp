@@ -1,5 +1,6 @@
 #include "appcontext.h"
 #include "base/scriptedprompter.h"
+#include "base/settings.h"
 #include "catalogue/cselections.h"
 #include "documentcontroller.h"
 #include "finpmemo.h"
@@ -7,6 +8,8 @@
 #include "testsupport.h"
 
 #include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QScreen>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -78,6 +81,43 @@ TEST_F(DocumentCommands, MemoWindowIsModelessSingleAndBlocksNew) {
     prompter.clear();
     EXPECT_TRUE(controller->handleKey(0, QStringLiteral("keyNew"), false));
     EXPECT_TRUE(prompter.numbers().empty());
+}
+
+TEST_F(DocumentCommands, MemoWindowOpensAtItsStoredSizeInFrontOfTheEditors) {
+    // 7200 x 4320 twips: 480 x 288 pixels at 96 dpi.
+    settings.settings->set(keys::Memo_Width, 7200);
+    settings.settings->set(keys::Memo_Height, 4320);
+    mdi.resize(1200, 900);
+    mdi.show();
+    QWidget* editor = new QWidget;
+    QMdiSubWindow* editorFrame = mdi.addSubWindow(editor);
+    editorFrame->setGeometry(0, 0, 1200, 900);
+    editorFrame->show();
+
+    fInpMemo* memo = controller->openMemoWindow(0);
+    ASSERT_NE(memo, nullptr);
+    const double dpi = memo->screen()->logicalDotsPerInch();
+    const QSize stored(twipsToPixels(7200, dpi), twipsToPixels(4320, dpi));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return memo->isVisible(); }));
+    EXPECT_EQ(memo->size(), stored);
+
+    // A click into the editor makes it the active window; the memo stays on top of it.
+    auto* memoFrame = qobject_cast<QMdiSubWindow*>(memo->parentWidget());
+    ASSERT_NE(memoFrame, nullptr);
+    mdi.setActiveSubWindow(editorFrame);
+    QTest::mouseClick(editor, Qt::LeftButton, {}, QPoint(5, 5));
+    EXPECT_EQ(mdi.activeSubWindow(), editorFrame);
+    EXPECT_EQ(mdi.subWindowList(QMdiArea::StackingOrder).last(), memoFrame);
+
+    // Closed at another size, it opens at that size the next time.
+    memoFrame->resize(memoFrame->size() + QSize(40, 30));
+    const QSize resized = memo->size();
+    memo->close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return controller->memoWindow() == nullptr; }));
+    fInpMemo* again = controller->openMemoWindow(0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return again->isVisible(); }));
+    EXPECT_EQ(again->size(), resized);
+    again->close();
 }
 
 TEST_F(DocumentCommands, OpenAsksAboutUnsavedChangesFirst) {

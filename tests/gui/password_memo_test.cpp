@@ -141,6 +141,33 @@ TEST_F(MemoWindow, CountsRemainingBytesAndRefusesTooLongMemos) {
     EXPECT_FALSE(settings.settings->read(Section::Location, QStringLiteral("Memo_Width")).isEmpty());
 }
 
+TEST_F(MemoWindow, OkWithoutAnEditChangesNothing) {
+    // Memos as files hold them: the machine's CR LF, but also lone LF or CR from files
+    // written elsewhere, and a line break at the end.
+    const QString memos[] = {QStringLiteral("one\r\ntwo"), QStringLiteral("one\ntwo\rthree"),
+                             QStringLiteral("end\r\n"), QStringLiteral("\u7cf8\r\n\r\nx")};
+    for (const QString& m : memos) {
+        SCOPED_TRACE(qPrintable(QString(m).replace('\r', "<CR>").replace('\n', "<LF>")));
+        docs.userProgram().Memo = m;
+        docs.user().setChanged(false);
+        fInpMemo memo(docs, 0, settings.settings.get());
+        memo.okClicked();
+        EXPECT_EQ(docs.userProgram().Memo, m);
+        EXPECT_FALSE(docs.user().IsChanged());
+        EXPECT_TRUE(prompter.shown().empty());
+    }
+    // The count shown before an edit is that of the memo as stored.
+    docs.userProgram().Memo = QStringLiteral("ab\ncd");
+    fInpMemo memo(docs, 0, nullptr);
+    EXPECT_EQ(memo.lblNokori()->text(), QStringLiteral("Memo remaining:491"));
+    // Typing changes it: the edited text is stored with the machine's line breaks.
+    memo.txtMemo()->moveCursor(QTextCursor::End);
+    memo.txtMemo()->insertPlainText(QStringLiteral("e"));
+    memo.okClicked();
+    EXPECT_EQ(docs.userProgram().Memo, QStringLiteral("ab\r\ncde"));
+    EXPECT_TRUE(docs.user().IsChanged());
+}
+
 TEST_F(MemoWindow, RelatedFileMustLieBesideTheProgramAndAloneMarksAChange) {
     const QString beside = scratch.write(QStringLiteral("NOTE.TXT"), "n");
     const QString elsewhere = scratch.write(QStringLiteral("other/FAR.TXT"), "f");

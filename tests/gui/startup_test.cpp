@@ -2,15 +2,24 @@
 #include "base/messages.h"
 #include "base/scriptedprompter.h"
 #include "base/settings.h"
+#include "base/tempfolder.h"
 #include "catalogue/cselections.h"
+#include "documentcontroller.h"
 #include "errordialogsink.h"
+#include "finpmemo.h"
 #include "guiprompter.h"
+#include "link/machinefiles.h"
 #include "mainwindow.h"
+#include "sheet/stepsheet.h"
 #include "startup.h"
+#include "stepeditorwindow.h"
 #include "testsupport.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QFileInfo>
 #include <QLockFile>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -102,6 +111,46 @@ TEST(Startup, NormalStartBuildsTheMainWindow) {
     EXPECT_TRUE(opened.isEmpty());
 }
 
+TEST(Startup, ComparisonWindowComesWithTheFirstComparisonProgramAndTakesItsImageAlong) {
+    StartupRig rig;
+    Startup startup(rig.options);
+    ASSERT_TRUE(startup.run());
+    QMdiArea* mdi = startup.mainWindow()->mdiArea();
+    // At start only the user editor exists; the function dialogs wait for their first use.
+    EXPECT_EQ(startup.comparisonEditorWindow(), nullptr);
+    EXPECT_EQ(startup.mainWindow()->findChildren<StepEditorWindow*>().size(), 1);
+    EXPECT_TRUE(startup.mainWindow()->findChildren<QDialog*>().isEmpty());
+
+    const QString image = CreateTempName(1, 1);
+    for (int round = 0; round < 2; ++round) {
+        SCOPED_TRACE(round);
+        rig.prompter.queueFileName(test::testData(QStringLiteral("gsp/flow.gsp")));
+        ASSERT_TRUE(startup.documents()->handleKey(0, QStringLiteral("keyREAD_HIKAKU1"), true));
+        StepEditorWindow* comparison = startup.comparisonEditorWindow();
+        ASSERT_NE(comparison, nullptr);
+        EXPECT_TRUE(comparison->isVisible());
+        EXPECT_EQ(comparison->windowTitle(), QStringLiteral("Refer:flow.gsp"));
+        EXPECT_FALSE(comparison->editor()
+                         .sheet()
+                         .text(StepSheet::kFirstStepRow, comparison->editor().sheet().GetcolOutKino1())
+                         .isEmpty());
+        // Tiled: the user editor above, the comparison below, each the full width.
+        QMdiSubWindow* frame = qobject_cast<QMdiSubWindow*>(comparison->parentWidget());
+        ASSERT_NE(frame, nullptr);
+        EXPECT_EQ(frame->y(), startup.userEditor()->height());
+        EXPECT_EQ(frame->width(), mdi->viewport()->width());
+        EXPECT_TRUE(QFileInfo::exists(image));
+
+        // Closing the comparison window deletes its temporary image; the user editor stays.
+        frame->close();
+        EXPECT_FALSE(comparison->isVisible());
+        EXPECT_FALSE(QFileInfo::exists(image));
+        EXPECT_TRUE(startup.userEditor()->isVisible());
+        EXPECT_EQ(startup.comparisonEditorWindow(), comparison) << "made once, shown again";
+    }
+    EXPECT_TRUE(rig.prompter.shown().empty());
+}
+
 TEST(Startup, RefusalsEndTheStartWithTheirMessage) {
     const QString missingArchive = QStringLiteral("/nonexistent/folder/VKM.e");
     const struct {
@@ -148,6 +197,71 @@ TEST(Startup, SecondInstanceIsRefused) {
     EXPECT_EQ(second.prompter.numbers(), std::vector<int>{83});
     EXPECT_EQ(second.prompter.shown()[0].text, QStringLiteral("This S/W runs already!\""));
     EXPECT_EQ(again.mainWindow(), nullptr);
+}
+
+TEST(Startup, UnusableTemporaryFolderEndsTheStartWithOneMessage) {
+    StartupRig rig;
+    // The lock's own folder is not given: without a runtime folder, finding one must not
+    // make a folder under the unusable TMPDIR either (Qt would put it at the root).
+    rig.options.lockFile.clear();
+    const QString missing = rig.store.scratch.file(QStringLiteral("no/such"));
+    const QStringList atRoot = QDir(QStringLiteral("/")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    {
+        test::EnvOverride noRuntime("XDG_RUNTIME_DIR", QByteArray());
+        test::EnvOverride data("XDG_DATA_HOME",
+                               QFile::encodeName(rig.store.scratch.file(QStringLiteral("data"))));
+        test::EnvOverride tmpdir("TMPDIR", QFile::encodeName(missing));
+        TempFolder::instance().recreate();
+        Startup startup(rig.options);
+        EXPECT_FALSE(startup.run());
+        ASSERT_EQ(rig.prompter.shown().size(), 1u);
+        EXPECT_EQ(rig.prompter.shown()[0].number, 0);
+        EXPECT_EQ(rig.prompter.shown()[0].style, 1);
+        EXPECT_TRUE(rig.prompter.shown()[0].text.startsWith(
+            QStringLiteral("Cannot create a temporary folder in:\n\n") + QDir::toNativeSeparators(missing)))
+            << qPrintable(rig.prompter.shown()[0].text);
+        EXPECT_EQ(startup.mainWindow(), nullptr);
+        // Stopped before anything was unpacked or stored, and nothing made at the root.
+        EXPECT_FALSE(rig.store.settings->contains(Section::Location, QStringLiteral("Memo_Width")));
+        EXPECT_EQ(QDir(QStringLiteral("/")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), atRoot);
+    }
+    TempFolder::instance().recreate();
+    ASSERT_TRUE(TempFolder::instance().isValid());
+}
+
+TEST(Startup, TheInstanceLockIsTheUsersOwn) {
+    test::Scratch scratch;
+    const QString data = scratch.file(QStringLiteral("data"));
+    const QString tmp = scratch.file(QStringLiteral("tmp"));
+    QDir().mkpath(tmp);
+    test::EnvOverride dataHome("XDG_DATA_HOME", QFile::encodeName(data));
+    test::EnvOverride tmpdir("TMPDIR", QFile::encodeName(tmp));
+    {
+        // The user's runtime folder when there is one.
+        const QString run = scratch.file(QStringLiteral("run"));
+        QDir().mkpath(run);
+        QFile::setPermissions(run, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        test::EnvOverride runtime("XDG_RUNTIME_DIR", QFile::encodeName(run));
+        EXPECT_EQ(QFileInfo(Startup::defaultLockFile()).absolutePath(), run);
+    }
+    {
+        // No usable runtime folder (the variable names a file, and the temporary folder
+        // holds a file where the fallback runtime folder would be made): the per-user data
+        // folder, never the temporary folder every user shares.
+        const QString notAFolder = scratch.write(QStringLiteral("runtime-file"), "x");
+        for (const QString& user :
+             {qEnvironmentVariable("USER"), qEnvironmentVariable("LOGNAME"), QStringLiteral("root")})
+            if (!user.isEmpty())
+                scratch.write(QStringLiteral("tmp/runtime-") + user, "x");
+        test::EnvOverride runtime("XDG_RUNTIME_DIR", QFile::encodeName(notAFolder));
+        const QString lock = Startup::defaultLockFile();
+        EXPECT_FALSE(lock.startsWith(tmp)) << qPrintable(lock);
+        EXPECT_FALSE(lock.startsWith(QDir::tempPath())) << qPrintable(lock);
+        EXPECT_TRUE(lock.startsWith(data + QLatin1Char('/'))) << qPrintable(lock);
+        EXPECT_TRUE(QFileInfo(QFileInfo(lock).absolutePath()).isDir()) << qPrintable(lock);
+        QLockFile file(lock);
+        EXPECT_TRUE(file.tryLock(0));
+    }
 }
 
 TEST(Startup, FailuresThatLetTheStartGoOn) {
@@ -278,8 +392,13 @@ TEST(GuiPrompter, BoxesOfTheTenStyles) {
         EXPECT_EQ(box->standardButton(box->defaultButton()), c.defaultButton);
         EXPECT_EQ(box->windowTitle(), QStringLiteral("test_gui"));
     }
-    EXPECT_EQ(GuiPrompter::createBox(QStringLiteral("x"), 0), nullptr);
+    // The plain box of fixed texts: no icon, OK only.
+    auto plain = GuiPrompter::createBox(QStringLiteral("x"), kPlainBox);
+    ASSERT_NE(plain, nullptr);
+    EXPECT_EQ(plain->icon(), QMessageBox::NoIcon);
+    EXPECT_EQ(plain->standardButtons(), QMessageBox::Ok);
     EXPECT_EQ(GuiPrompter::createBox(QStringLiteral("x"), 11), nullptr);
+    EXPECT_EQ(GuiPrompter::createBox(QStringLiteral("x"), -3), nullptr);
 }
 
 TEST(GuiPrompter, EnterAnswersWithTheDefaultButton) {
@@ -301,6 +420,17 @@ TEST(GuiPrompter, EnterAnswersWithTheDefaultButton) {
         EXPECT_EQ(seen, QStringLiteral("Do you undo ?"));
     }
     EXPECT_EQ(prompter.showMessage(96, 42), Answer::None); // no box at all
+    // A numbered message never takes the plain box of fixed texts: style 0 shows nothing.
+    bool boxShown = false;
+    QTimer::singleShot(0, [&] {
+        if (QWidget* box = QApplication::activeModalWidget()) {
+            boxShown = true;
+            QTest::keyClick(box, Qt::Key_Return);
+        }
+    });
+    EXPECT_EQ(prompter.showMessage(96, kPlainBox), Answer::None);
+    QApplication::processEvents();
+    EXPECT_FALSE(boxShown);
 }
 
 TEST(GuiPrompter, FileFilterConversion) {
@@ -325,8 +455,11 @@ TEST(ErrorDialogSink, ReportIsLoggedAndShown) {
     ErrorDialogSink sink(prompter, log);
     ErrorReporter::setSink(&sink);
     reportError(ErrFileNotFound, QStringLiteral("ReadData"));
+    // A quiet report goes to the log only: its consequence has a message of its own.
+    reportQuietly(ErrIO, QStringLiteral("MeltSettingFiles"), QStringLiteral("Set03.e: LHa data CRC error"));
     ErrorReporter::setSink(nullptr);
 
+    EXPECT_TRUE(test::readAll(log).contains("\t57\tMeltSettingFiles\tSet03.e: LHa data CRC error"));
     ASSERT_EQ(prompter.shown().size(), 1u);
     EXPECT_EQ(prompter.shown()[0].style, 1);
     const QString text = prompter.shown()[0].text;

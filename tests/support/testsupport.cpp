@@ -14,6 +14,21 @@ QString Scratch::write(const QString& name, const QByteArray& bytes) const {
     return p;
 }
 
+EnvOverride::EnvOverride(const char* name, const QByteArray& value)
+    : m_name(name), m_had(qEnvironmentVariableIsSet(name)), m_old(qgetenv(name)) {
+    if (value.isNull())
+        qunsetenv(name);
+    else
+        qputenv(name, value);
+}
+
+EnvOverride::~EnvOverride() {
+    if (m_had)
+        qputenv(m_name, m_old);
+    else
+        qunsetenv(m_name);
+}
+
 QString bundledArchive() {
     return QStringLiteral(VKM_BIN_DIR "/VKM.e");
 }

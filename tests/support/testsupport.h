@@ -28,6 +28,21 @@ struct TempSettings {
     std::unique_ptr<Settings> settings = Settings::inFile(scratch.file(QStringLiteral("settings.ini")));
 };
 
+// Sets an environment variable (or removes it, for a null value) while it lives and puts
+// the old value back afterwards.
+class EnvOverride {
+public:
+    EnvOverride(const char* name, const QByteArray& value);
+    ~EnvOverride();
+    EnvOverride(const EnvOverride&) = delete;
+    EnvOverride& operator=(const EnvOverride&) = delete;
+
+private:
+    const char* m_name;
+    bool m_had;
+    QByteArray m_old;
+};
+
 // The archive the build packed from data/setting.
 QString bundledArchive();
 // Reads a whole file ("" when missing).

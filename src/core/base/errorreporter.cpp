@@ -55,13 +55,22 @@ ErrorSink* ErrorReporter::sink() {
     return g_sink;
 }
 
-void reportError(int number, const QString& procedure, const QString& text) {
-    ErrorReport r{number, text.isEmpty() ? errorText(number) : text, procedure};
+namespace {
+void deliver(const ErrorReport& r) {
     if (g_sink) {
         g_sink->report(r);
         return;
     }
     std::fprintf(stderr, "error %d in %s: %s\n", r.number, qPrintable(r.procedure), qPrintable(r.text));
+}
+} // namespace
+
+void reportError(int number, const QString& procedure, const QString& text) {
+    deliver({number, text.isEmpty() ? errorText(number) : text, procedure, false});
+}
+
+void reportQuietly(int number, const QString& procedure, const QString& text) {
+    deliver({number, text.isEmpty() ? errorText(number) : text, procedure, true});
 }
 
 CapturingErrorSink::CapturingErrorSink() : m_previous(ErrorReporter::sink()) {

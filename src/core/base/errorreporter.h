@@ -32,6 +32,10 @@ struct ErrorReport {
     int number = 0;
     QString text;
     QString procedure;
+    // Kept in the log only, never shown in a box: a fault whose consequence the user is
+    // told about by a message of its own (a damaged archive member, named by the
+    // presence check as a missing file).
+    bool quiet = false;
 };
 
 // Receives the error reports of every operation: number, text, procedure name.
@@ -50,6 +54,8 @@ public:
 };
 
 void reportError(int number, const QString& procedure, const QString& text = {});
+// The same report, marked quiet (see ErrorReport::quiet).
+void reportQuietly(int number, const QString& procedure, const QString& text = {});
 
 // Collects reports while it lives and restores the previous sink afterwards.
 class CapturingErrorSink : public ErrorSink {

@@ -269,4 +269,10 @@ BoxStyle boxStyle(int style) {
     }
 }
 
+BoxStyle textBoxStyle(int style) {
+    if (style == kPlainBox)
+        return {BoxIcon::None, BoxButtons::Ok, false, true};
+    return boxStyle(style);
+}
+
 } // namespace vkm

@@ -25,4 +25,10 @@ struct BoxStyle {
 };
 BoxStyle boxStyle(int style);
 
+// A fixed text that is not a numbered message (Prompter::showText) may also stand in a
+// plain box: no icon, OK only. Numbered messages never use it: their styles are 1..10.
+inline constexpr int kPlainBox = 0;
+// The box of a fixed text: kPlainBox or one of the ten styles.
+BoxStyle textBoxStyle(int style);
+
 } // namespace vkm

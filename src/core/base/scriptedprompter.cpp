@@ -105,11 +105,13 @@ void ScriptedPrompter::clear() {
 
 Answer ConsolePrompter::showMessage(int number, int style, const QString& a1, const QString& a2,
                                     const QString& a3) {
+    if (!boxStyle(style).valid)
+        return Answer::None;
     return showText(messageText(number, a1, a2, a3), style);
 }
 
 Answer ConsolePrompter::showText(const QString& text, int style) {
-    if (!boxStyle(style).valid)
+    if (!textBoxStyle(style).valid)
         return Answer::None;
     m_last = text;
     std::fprintf(stderr, "%s\n", text.toUtf8().constData());

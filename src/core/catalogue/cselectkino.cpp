@@ -31,9 +31,11 @@ struct ArchiveCloser {
 };
 using ArchivePtr = std::unique_ptr<archive, ArchiveCloser>;
 
-// The last part of a member name. LHA archives made on the machine's platform separate
-// folders with a backslash, others with a slash; both are cut off so that every member
-// lands directly in the working folder, whatever its stored path says.
+// The name a member is written under: the last part of its stored name, so that every
+// member lands directly in the working folder whatever its stored path says (LHA archives
+// made on the machine's platform separate folders with a backslash, others with a slash).
+// The eleven setting files are written under their own spelling whatever the case of the
+// stored name: DOS-era packers store "SET01.E", and the presence check looks for "Set01.e".
 QString flatName(const char* pathname) {
     if (!pathname)
         return {};
@@ -42,26 +44,28 @@ QString flatName(const char* pathname) {
     const QString base = name.mid(cut + 1);
     if (base.isEmpty() || base == QLatin1String(".") || base == QLatin1String(".."))
         return {};
+    for (const QString& setting : settingFileNames()) {
+        if (base.compare(setting, Qt::CaseInsensitive) == 0)
+            return setting;
+    }
     return base;
 }
 
-// Copies the data of the current member into target; false (target untouched) on a read
-// error, a member too large, or a file that cannot be written. The data goes to a side
-// file that is renamed over the target once complete: the unpacked files are scratch
-// copies in a private folder, so the atomic rename is enough and no disk sync is paid
-// for on every start.
-bool writeMember(archive* a, const QString& target) {
+// Copies the data of the current member into target. On a damaged member (a CRC error,
+// data cut short, more than the size cap) or a file that cannot be written, target is
+// left untouched and the reason is returned; an empty result means the member is
+// written. The data goes to a side file that is renamed over the target once complete:
+// the unpacked files are scratch copies in a private folder, so the atomic rename is
+// enough and no disk sync is paid for on every start.
+QString writeMember(archive* a, const QString& target) {
     const QString part = target + QStringLiteral(".part");
     QFile out(part);
-    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        reportError(ErrPermissionDenied, kMelt, target);
-        return false;
-    }
-    auto fail = [&](int number, const QString& text) {
+    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return QStringLiteral("cannot be written: ") + out.errorString();
+    auto fail = [&](const QString& reason) {
         out.close();
         QFile::remove(part);
-        reportError(number, kMelt, text);
-        return false;
+        return reason;
     };
     char buffer[16384];
     qint64 total = 0;
@@ -70,23 +74,22 @@ bool writeMember(archive* a, const QString& target) {
         if (n == 0)
             break;
         if (n < 0)
-            return fail(ErrIO, QString::fromLocal8Bit(archive_error_string(a)));
+            return fail(QString::fromLocal8Bit(archive_error_string(a)));
         total += n;
         if (total > kMaxMemberSize)
-            return fail(ErrIO, QStringLiteral("member too large: ") + target);
+            return fail(QStringLiteral("larger than %1 bytes").arg(kMaxMemberSize));
         if (out.write(buffer, n) != n)
-            return fail(ErrDiskFull, target);
+            return fail(QStringLiteral("cannot be written: ") + out.errorString());
     }
     if (!out.flush())
-        return fail(ErrDiskFull, target);
+        return fail(QStringLiteral("cannot be written: ") + out.errorString());
     out.close();
     QFile::remove(target);
     if (!QFile::rename(part, target)) {
         QFile::remove(part);
-        reportError(ErrIO, kMelt, target);
-        return false;
+        return QStringLiteral("cannot be renamed into place");
     }
-    return true;
+    return {};
 }
 } // namespace
 
@@ -118,9 +121,11 @@ CSelectKino::CSelectKino(Settings* settings, Prompter& prompter, QString archive
         workFolder = m_blueHeron ? TempFolder::instance().filePath(QStringLiteral("setting"))
                                  : paths::userDataFolder() + QStringLiteral("/setting");
     }
-    m_workFolder = QDir::cleanPath(workFolder);
+    // Without a working folder (no private temporary folder could be made) the files have
+    // no place: unpacking fails and nothing is deleted, never a name at the root.
+    m_workFolder = workFolder.isEmpty() ? QString() : QDir::cleanPath(workFolder);
     for (const QString& name : settingFileNames())
-        m_files << m_workFolder + u'/' + name;
+        m_files << (m_workFolder.isEmpty() ? QString() : m_workFolder + u'/' + name);
 }
 
 void CSelectKino::ReadRegData() {
@@ -146,31 +151,37 @@ bool CSelectKino::DeleteSettingFiles() {
     if (!m_blueHeron)
         return true;
     for (const QString& path : m_files) {
-        if (QFileInfo(path).isFile() && !QFile::remove(path))
+        if (!path.isEmpty() && QFileInfo(path).isFile() && !QFile::remove(path))
             reportError(ErrPermissionDenied, QStringLiteral("DeleteSettingFiles"), path);
     }
     return true;
 }
 
 bool CSelectKino::MeltSettingFiles() {
-    if (!QDir().mkpath(m_workFolder)) {
-        reportError(ErrPathNotFound, kMelt, m_workFolder);
+    // Every fault here is reported quietly (to the log): the presence check that follows
+    // names the first setting file that did not come out, in the one box the user sees.
+    m_skipped.clear();
+    if (m_workFolder.isEmpty() || !QDir().mkpath(m_workFolder)) {
+        reportQuietly(ErrPathNotFound, kMelt, m_workFolder);
         return false;
     }
     ArchivePtr a(archive_read_new());
     archive_read_support_format_lha(a.get());
+    auto archiveError = [&a] { return QString::fromLocal8Bit(archive_error_string(a.get())); };
     if (archive_read_open_filename(a.get(), QFile::encodeName(m_archivePath).constData(), 10240) !=
         ARCHIVE_OK) {
-        reportError(ErrFileNotFound, kMelt, QString::fromLocal8Bit(archive_error_string(a.get())));
+        reportQuietly(ErrFileNotFound, kMelt, m_archivePath + QStringLiteral(": ") + archiveError());
         return false;
     }
+    // A damaged member is skipped and the rest is still unpacked; only a header that
+    // cannot be read ends the unpacking, since nothing after it can be found.
     for (;;) {
         archive_entry* entry = nullptr;
         const int rc = archive_read_next_header(a.get(), &entry);
         if (rc == ARCHIVE_EOF)
-            return true;
+            return m_skipped.isEmpty();
         if (rc != ARCHIVE_OK && rc != ARCHIVE_WARN) {
-            reportError(ErrIO, kMelt, QString::fromLocal8Bit(archive_error_string(a.get())));
+            reportQuietly(ErrIO, kMelt, m_archivePath + QStringLiteral(": ") + archiveError());
             return false;
         }
         if (archive_entry_filetype(entry) != AE_IFREG)
@@ -178,8 +189,11 @@ bool CSelectKino::MeltSettingFiles() {
         const QString name = flatName(archive_entry_pathname(entry));
         if (name.isEmpty())
             continue;
-        if (!writeMember(a.get(), m_workFolder + u'/' + name))
-            return false;
+        const QString reason = writeMember(a.get(), m_workFolder + u'/' + name);
+        if (!reason.isEmpty()) {
+            m_skipped << name;
+            reportQuietly(ErrIO, kMelt, name + QStringLiteral(": ") + reason);
+        }
     }
 }
 
@@ -189,7 +203,7 @@ bool CSelectKino::DoneMelt() {
     // nothing: whatever went wrong shows up as the first missing file below.
     MeltSettingFiles();
     for (const QString& path : m_files) {
-        if (!QFileInfo(path).isFile()) {
+        if (path.isEmpty() || !QFileInfo(path).isFile()) {
             m_prompter.showText(missingFileText(path), 1);
             return false;
         }

@@ -50,10 +50,16 @@ public:
     bool DeleteSettingFiles();
 
     // Unpacking alone: every member of the archive is written flat, by its base name, into
-    // the working folder, overwriting. Members whose name is empty, ".", ".." or that are
-    // not regular files are skipped. False when the archive cannot be opened or read to its
-    // end (reported as "MeltSettingFiles"); members written before the fault stay.
+    // the working folder, overwriting; the eleven setting files by their own spelling
+    // whatever the case of the stored name. Members whose name is empty, ".", ".." or that
+    // are not regular files are left out. A damaged member (CRC error, data cut short,
+    // beyond the size cap) is skipped and the rest is still unpacked; each is reported
+    // quietly (log only) as "MeltSettingFiles" and listed in skippedMembers(). A header
+    // that cannot be read ends the unpacking there. False when anything was skipped or
+    // the archive cannot be opened or read to its end; what was written stays.
     bool MeltSettingFiles();
+    // The members the last unpacking skipped, by the name they would have had.
+    const QStringList& skippedMembers() const { return m_skipped; }
 
 private:
     void ReadRegData();
@@ -63,6 +69,7 @@ private:
     QString m_archivePath;
     QString m_workFolder;
     QStringList m_files;
+    QStringList m_skipped;
     bool m_blueHeron = false;
 };
 

@@ -8,18 +8,21 @@
 namespace vkm {
 
 QStringList settingFileLines(const QByteArray& content) {
+    // Decoded as a whole, once: CR and LF are single bytes in every code page the machine
+    // files use (never the second byte of a double-byte character), so the breaks are
+    // found in the text as well as in the bytes.
+    const QString text = LegacyText::decode(content);
     QStringList lines;
     qsizetype start = 0;
-    while (start < content.size()) {
-        qsizetype end = content.indexOf('\n', start);
-        const qsizetype next = end < 0 ? content.size() : end + 1;
-        if (end < 0)
-            end = content.size();
-        QByteArray raw = content.mid(start, end - start);
-        if (raw.endsWith('\r'))
-            raw.chop(1);
-        lines << LegacyText::decode(raw);
-        start = next;
+    while (start < text.size()) {
+        // The line ends at the first CR or LF; a CR directly followed by LF is one break.
+        qsizetype end = start;
+        while (end < text.size() && text[end] != u'\r' && text[end] != u'\n')
+            ++end;
+        lines << text.mid(start, end - start);
+        if (end + 1 < text.size() && text[end] == u'\r' && text[end + 1] == u'\n')
+            ++end;
+        start = end + 1;
     }
     return lines;
 }

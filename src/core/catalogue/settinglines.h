@@ -5,8 +5,9 @@
 
 namespace vkm {
 
-// The lines of a setting file as text: lines end in CR LF (a bare LF is accepted too),
-// every line is decoded from the legacy code page. A final line break does not start
+// The lines of a setting file as text: a line ends at CR LF, a lone CR or a lone LF
+// (files edited on other systems keep their own line ends), every line is decoded from
+// the legacy code page. A final line break does not start
 // another line; an empty line inside the file stays an empty line.
 QStringList settingFileLines(const QByteArray& content);
 

@@ -49,14 +49,17 @@ QString NewTempFile(const QString& prefix) {
 
 bool IsThisFileFromMachine(const QString& sFullFname) {
     const QFileInfo fi(sFullFname);
-    if (!hasMachineName(fi))
+    if (!hasMachineName(fi) || !TempFolder::instance().isValid())
         return false;
     const QString folder = QDir::cleanPath(fi.absolutePath()).toUpper();
     return folder == QDir::cleanPath(TempFolder::instance().path()).toUpper();
 }
 
 void DeleteVKMTemporaryFiles() {
-    // Only ever the private temporary folder: other programs' files never match it.
+    // Only ever the private temporary folder: other programs' files never match it. Without
+    // one there is nothing of ours to delete (an empty path would be the current folder).
+    if (!TempFolder::instance().isValid())
+        return;
     const QDir dir(TempFolder::instance().path());
     for (const QFileInfo& fi : dir.entryInfoList(QDir::Files | QDir::Hidden)) {
         if (hasMachineName(fi) && !QFile::remove(fi.absoluteFilePath()))

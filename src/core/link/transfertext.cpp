@@ -1,6 +1,7 @@
 #include "link/transfertext.h"
 
 #include "base/errorreporter.h"
+#include "base/messages.h"
 #include "base/prompter.h"
 #include "link/memorymap.h"
 
@@ -137,7 +138,7 @@ bool SaveAsText(const QString& source, const QString& dest, qint64 lStartAdrs, q
         return false;
     if (bytes.size() - 1 > lEndAdrs) {
         // A plain notice with OK only; the information box is the closest of the styles.
-        prompter.showText(QStringLiteral("SaveAsText UBound(byt) is larger than lEndAdrs!"), 4);
+        prompter.showText(QStringLiteral("SaveAsText UBound(byt) is larger than lEndAdrs!"), kPlainBox);
     }
     static const char zeros[memmap::kRecordDataBytes] = {};
     QByteArray text;

@@ -38,8 +38,8 @@ bool SaveAsTextStep(const QString& sourceImage, const QString& destText);
 
 // A binary file holding memory from lStartAdrs -> transfer text over lStartAdrs ..
 // lEndAdrs. Records past the end of the source are written with zero data. A source
-// longer than the range shows "SaveAsText UBound(byt) is larger than lEndAdrs!" (as an
-// information box with OK: the only plain OK box of the message styles) and goes on.
+// longer than the range shows "SaveAsText UBound(byt) is larger than lEndAdrs!" in a
+// plain box (no icon, OK only; not a numbered message) and goes on.
 bool SaveAsText(const QString& source, const QString& dest, qint64 lStartAdrs, qint64 lEndAdrs,
                 Prompter& prompter);
 

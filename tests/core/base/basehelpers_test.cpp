@@ -101,6 +101,37 @@ TEST(TempFolder, PrivateFolderAndUniqueNames) {
     EXPECT_TRUE(QFileInfo(folder.path()).isDir());
 }
 
+TEST(TempFolder, UnusableTmpdirGivesNoFolderAndNeverTheRoot) {
+    vkm::test::Scratch scratch;
+    const QString file = scratch.write(QStringLiteral("plain-file"), "x");
+    const QStringList atRootBefore =
+        QDir(QStringLiteral("/")).entryList({QStringLiteral("vkmstep-*")}, QDir::Dirs);
+    vkm::TempFolder& folder = vkm::TempFolder::instance();
+    for (const QString& tmpdir : {scratch.file(QStringLiteral("no/such/folder")), file}) {
+        SCOPED_TRACE(qPrintable(tmpdir));
+        {
+            vkm::test::EnvOverride env("TMPDIR", QFile::encodeName(tmpdir));
+            folder.recreate();
+        }
+        EXPECT_FALSE(folder.isValid());
+        EXPECT_TRUE(folder.path().isEmpty());
+        EXPECT_TRUE(folder.filePath(QStringLiteral("eusr2.tmp")).isEmpty());
+        EXPECT_TRUE(folder.newTempFile(QStringLiteral("VKM")).isEmpty());
+        // One text that names the folder and says what to do.
+        const QString text = folder.failureText();
+        EXPECT_TRUE(text.startsWith(QStringLiteral("Cannot create a temporary folder in:\n\n") +
+                                    QDir::toNativeSeparators(tmpdir) + QStringLiteral("\n\n")))
+            << qPrintable(text);
+        EXPECT_TRUE(text.contains(QStringLiteral("TMPDIR"))) << qPrintable(text);
+        EXPECT_EQ(QDir(QStringLiteral("/")).entryList({QStringLiteral("vkmstep-*")}, QDir::Dirs),
+                  atRootBefore);
+    }
+    folder.recreate();
+    EXPECT_TRUE(folder.isValid());
+    EXPECT_TRUE(folder.failureText().isEmpty());
+    EXPECT_TRUE(QFileInfo(folder.path()).isDir());
+}
+
 TEST(ErrorReporter, LogSinkAppendsAndPassesOn) {
     vkm::test::Scratch scratch;
     vkm::CapturingErrorSink next;

@@ -93,6 +93,32 @@ TEST(CSelectionsRead, LineEndsDigitalTextAndCodePage) {
     EXPECT_EQ(sels.ValueByDigital("NONE", " NO"), 0);
     EXPECT_EQ(sels.Item(3)->Advice, "last");
     EXPECT_TRUE(CSelections().readLines({}, "Set08.e")); // an empty file is a whole file
+
+    // Files saved on other systems: a lone CR ends a line as CR LF does, a lone LF too,
+    // and a CR LF pair is one break, never an empty line between.
+    struct Case {
+        const char* what;
+        QByteArray content;
+    };
+    const Case ends[] = {
+        {"lone CR", "A\t1\ta\tSTD\rB\t2\tb\tSTD\rC\t3\tc\tSTD\r"},
+        {"mixed", "A\t1\ta\tSTD\r\nB\t2\tb\tSTD\rC\t3\tc\tSTD\n"},
+        {"CR at the very end", "A\t1\ta\tSTD\nB\t2\tb\tSTD\r\nC\t3\tc\tSTD\r"},
+    };
+    for (const auto& c : ends) {
+        CapturingErrorSink sink;
+        CSelections mixed;
+        ASSERT_TRUE(mixed.readLines(c.content, "Set06.e")) << c.what;
+        ASSERT_EQ(mixed.Count(), 3) << c.what;
+        EXPECT_EQ(mixed.Item(1)->Category, "STD") << c.what;
+        EXPECT_EQ(mixed.Item(3)->Advice, "c") << c.what;
+        EXPECT_TRUE(sink.reports().empty()) << c.what;
+    }
+    // Two breaks in a row are still an empty line, whatever their kind.
+    CapturingErrorSink sink;
+    CSelections empty;
+    EXPECT_FALSE(empty.readLines("A\t1\ta\tSTD\r\rB\t2\tb\tSTD\r", "Set06.e"));
+    EXPECT_EQ(empty.Count(), 1);
 }
 
 TEST(CSelectionsRead, MissingFileIsReported) {

@@ -120,11 +120,72 @@ TEST_F(KinoFixture, BrokenArchivesNameTheFirstMissingFile) {
         EXPECT_FALSE(kino.DoneMelt()) << c.what;
         ASSERT_EQ(prompter.shown().size(), 1u) << c.what;
         EXPECT_EQ(prompter.shown()[0].text, kMissing + work + "/" + c.firstMissing) << c.what;
+        // a fault of the archive is only logged: the box above is the one the user sees
+        EXPECT_EQ(sink.reports().empty(), c.firstMissing == QLatin1String("Set11.e")) << c.what;
+        for (const auto& r : sink.reports())
+            EXPECT_TRUE(r.quiet) << c.what << ": " << qPrintable(r.text);
         // no half-written member is left behind
         for (const QString& f : filesIn(work))
             EXPECT_TRUE(vkm::test::readAll(work + "/" + f).endsWith("\r\n"))
                 << c.what << " " << qPrintable(f);
     }
+}
+
+TEST_F(KinoFixture, UpperCaseMemberNamesLoadUnderTheirOwnSpelling) {
+    // DOS-era packers store the names in capitals; any mix of case names the same file.
+    std::vector<LhaMember> members = elevenMembers();
+    for (LhaMember& m : members)
+        m.name = m.name.toUpper();
+    members[4].name = "sEt05.e";
+    store.settings->write(Section::General, "BlueHeron", vkm::Settings::boolText(true));
+    CSelectKino kino = kinoFor(scratch.write("upper.e", vkm::test::lhaArchive(members)));
+    ASSERT_TRUE(kino.DoneMelt());
+    EXPECT_TRUE(prompter.shown().empty());
+    EXPECT_EQ(filesIn(work), vkm::settingFileNames());
+    EXPECT_EQ(vkm::test::readAll(work + "/Set05.e"), "content of Set05.e\r\n");
+    EXPECT_EQ(vkm::test::readAll(work + "/Set11.e"), "content of Set11.e\r\n");
+    kino.DeleteSettingFiles();
+    EXPECT_TRUE(filesIn(work).isEmpty());
+}
+
+TEST_F(KinoFixture, DamagedMembersAreSkippedAndTheRestIsUnpacked) {
+    // A member whose data does not match its CRC and one beyond the size cap: both are
+    // left out, everything after them still comes out, and the user sees one box, the
+    // presence check's, naming the first setting file that is missing.
+    std::vector<LhaMember> members = elevenMembers();
+    members[2].wrongCrc = true;                              // Set03.e
+    members[9].data = QByteArray(16 * 1024 * 1024 + 1, 'x'); // Set10.e
+    members.insert(members.begin() + 5, LhaMember{"NOTES.TXT", "damaged\r\n", {}, true});
+    vkm::CapturingErrorSink sink;
+    CSelectKino kino = kinoFor(scratch.write("damaged.e", vkm::test::lhaArchive(members)));
+    EXPECT_FALSE(kino.DoneMelt());
+    ASSERT_EQ(prompter.shown().size(), 1u);
+    EXPECT_EQ(prompter.shown()[0].text, kMissing + work + "/Set03.e");
+    EXPECT_EQ(kino.skippedMembers(), (QStringList{"Set03.e", "NOTES.TXT", "Set10.e"}));
+    QStringList expected = vkm::settingFileNames();
+    expected.removeAll("Set03.e");
+    expected.removeAll("Set10.e");
+    EXPECT_EQ(filesIn(work), expected);
+    EXPECT_EQ(vkm::test::readAll(work + "/Set11.e"), "content of Set11.e\r\n");
+    // Each damaged member is in the log, and none of them is shown.
+    ASSERT_EQ(sink.reports().size(), 3u);
+    for (const auto& r : sink.reports()) {
+        EXPECT_EQ(r.procedure, "MeltSettingFiles");
+        EXPECT_TRUE(r.quiet) << qPrintable(r.text);
+    }
+    EXPECT_TRUE(sink.reports()[0].text.startsWith("Set03.e: ")) << qPrintable(sink.reports()[0].text);
+
+    // A damaged member that is not a setting file costs nothing but its log line.
+    members = elevenMembers();
+    members.push_back({"NOTES.TXT", "damaged\r\n", {}, true});
+    prompter.clear();
+    sink.clear();
+    CSelectKino extra = kinoFor(scratch.write("extra.e", vkm::test::lhaArchive(members)));
+    EXPECT_TRUE(extra.DoneMelt());
+    EXPECT_TRUE(prompter.shown().empty());
+    EXPECT_EQ(extra.skippedMembers(), QStringList{"NOTES.TXT"});
+    ASSERT_EQ(sink.reports().size(), 1u);
+    EXPECT_TRUE(sink.reports()[0].quiet);
 }
 
 TEST_F(KinoFixture, MemberPathsNeverLeaveTheWorkingFolder) {

@@ -54,7 +54,7 @@ QByteArray lhaArchive(const std::vector<LhaMember>& members) {
         put32(h, 15, 1700000000u);
         h[19] = 0x20;
         h[20] = 2;
-        put16(h, 21, crc16(m.data));
+        put16(h, 21, crc16(m.data) ^ (m.wrongCrc ? 0x5A5A : 0));
         h[23] = 'U';
         put16(h, 27, crc16(h));
         out.append(h);

@@ -86,6 +86,27 @@ TEST(CustomTables, GoodLinesGiveIndexesAndMasks) {
     EXPECT_EQ(outs.Item(2), nullptr);
 }
 
+TEST(CustomTables, LinesEndAtCrLfALoneCrOrALoneLf) {
+    const QByteArray in01 = inputFields("IN01").join('\t').toLatin1();
+    const QByteArray in02 = inputFields("IN02").join('\t').toLatin1();
+    const QByteArray out01 = outputFields("OUT01").join('\t').toLatin1();
+    const QByteArray out02 = outputFields("OUT02").join('\t').toLatin1();
+    for (const QByteArray& end : {QByteArray("\r"), QByteArray("\n"), QByteArray("\r\n")}) {
+        CapturingErrorSink sink;
+        CCustomInps inps;
+        ASSERT_TRUE(inps.readLines(in01 + end + in02 + end)) << end.toHex().constData();
+        EXPECT_EQ(inps.Count(), 2);
+        ASSERT_NE(inps.Item("IN02"), nullptr);
+        // the last field of a line is whole: no line end is left in it
+        EXPECT_EQ(inps.Item("IN02")->RSFResetStcAdrs, -1);
+        CCustomOuts outs;
+        ASSERT_TRUE(outs.readLines(out01 + end + out02)) << end.toHex().constData();
+        ASSERT_NE(outs.Item("OUT02"), nullptr);
+        EXPECT_EQ(outs.Item("OUT02")->FUMAdrs, 261);
+        EXPECT_TRUE(sink.reports().empty());
+    }
+}
+
 TEST(CustomTables, BadLinesFailWithTheirProcedureAndKeepEarlierTerminals) {
     struct Case {
         const char* what;

@@ -226,3 +226,27 @@ TEST(TransferFile, PreparesTheProgramForSending) {
     EXPECT_EQ(prompter.numbers(), std::vector<int>{50});
     EXPECT_EQ(prompter.shown()[0].style, 1);
 }
+
+TEST(MachineFiles, WithoutAPrivateFolderNothingIsNamedOrDeletedElsewhere) {
+    Scratch scratch;
+    // A file of another program in the current folder, named as ours would be.
+    const QString cwd = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(scratch.path()));
+    touch(scratch.file("VKM0001.tmp"));
+    {
+        EnvOverride env("TMPDIR", QFile::encodeName(scratch.file("missing")));
+        TempFolder::instance().recreate();
+    }
+    EXPECT_TRUE(CreateTempName(1, 0).isEmpty());
+    EXPECT_TRUE(CreateTempName(1, 1).isEmpty());
+    EXPECT_TRUE(CreateTempName(2, 0).isEmpty());
+    EXPECT_TRUE(NewTempFile("VKM").isEmpty());
+    EXPECT_FALSE(IsThisFileFromMachine(scratch.file("VKM0001.tmp")));
+    DeleteVKMTemporaryFiles();
+    EXPECT_TRUE(QFile::exists(scratch.file("VKM0001.tmp")));
+    // Reading a program has nowhere to put its copy: it fails instead of writing elsewhere.
+    EXPECT_TRUE(CopyFromFDToHD(0, testData("gsp/flow.gsp"), 1).isEmpty());
+    QDir::setCurrent(cwd);
+    TempFolder::instance().recreate();
+    EXPECT_TRUE(TempFolder::instance().isValid());
+}

@@ -1,6 +1,7 @@
 #include "../model/programs.h"
 
 #include "base/errorreporter.h"
+#include "base/messages.h"
 #include "base/scriptedprompter.h"
 #include "link/memorymap.h"
 #include "link/transfertext.h"
@@ -179,6 +180,9 @@ TEST(SaveAsText, RangesPaddingAndTheOversizeNotice) {
     ASSERT_TRUE(SaveAsText(src800, s.file("long.txt"), 0, 768, prompter));
     ASSERT_EQ(prompter.shown().size(), 1u);
     EXPECT_EQ(prompter.shown()[0].text, "SaveAsText UBound(byt) is larger than lEndAdrs!");
+    // a fixed text in a plain box, not a numbered message and not one of the ten styles
+    EXPECT_EQ(prompter.shown()[0].number, 0);
+    EXPECT_EQ(prompter.shown()[0].style, vkm::kPlainBox);
     EXPECT_EQ(records(readAll(s.file("long.txt"))).size(), 96);
 
     // A record cut by the end of the source fails and leaves no destination.

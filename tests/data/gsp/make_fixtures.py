@@ -43,7 +43,8 @@ def image(steps, remarks=None, memo='', author='', password='', memo_file=''):
     body = b''.join(steps) + b''.join(step([EMPTY_OUT], []) for _ in range(32 - len(steps)))
     rem = bytearray(640)
     for row, text in (remarks or {}).items():
-        rem[(row - 1) * 20:(row - 1) * 20 + 20] = text.encode('cp932')[:20].ljust(20, b'\0')
+        raw = text if isinstance(text, bytes) else text.encode('cp932')  # bytes: another code page
+        rem[(row - 1) * 20:(row - 1) * 20 + 20] = raw[:20].ljust(20, b'\0')
     img = head + body + bytes(rem) + memo.encode('cp932')[:496].ljust(496, b'\0')
     assert len(img) == 1904
     return img

@@ -1,41 +1,42 @@
-#!/usr/bin/env bash
-# Draws the pictures of the step editor (cell pictures, tree icons, toolbar images) into
-# src/app/pictures as PNG files. Run once by hand when a picture changes; the PNG files
-# are kept in the source tree and compiled into the editor as Qt resources.
-set -euo pipefail
-
-here="$(cd "$(dirname "$0")" && pwd)"
-out="${1:-$here/../src/app/pictures}"
-work="$(mktemp -d)"
-trap 'rm -rf "$work"' EXIT
-mkdir -p "$out"
-
-cat >"$work/draw.cpp" <<'EOF'
+// drawpictures: draws the pictures of the step editor (cell pictures, tree icons, toolbar
+// images) as PNG files into one folder.
+//
+//   drawpictures OUT_FOLDER
+//
+// The PNG files are kept in the source tree (src/app/pictures) and compiled into the editor
+// as Qt resources; this program is run when a picture changes, through the build's
+// "editor_pictures" target, and its output is committed. It needs no display: the
+// offscreen platform is enough.
+#include <QDir>
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 #include <QPainterPath>
 #include <QString>
+#include <cstdio>
 #include <functional>
 
 static QString g_out;
+static int g_failures = 0;
 
-static void save(const QString& name, int w, int h, const std::function<void(QPainter&)>& draw)
-{
+static void save(const QString& name, int w, int h, const std::function<void(QPainter&)>& draw) {
     QImage img(w, h, QImage::Format_ARGB32);
     img.fill(Qt::transparent);
     QPainter p(&img);
     p.setRenderHint(QPainter::Antialiasing);
     draw(p);
     p.end();
-    img.save(g_out + "/" + name + ".png");
+    const QString path = g_out + "/" + name + ".png";
+    if (!img.save(path, "PNG")) {
+        std::fprintf(stderr, "drawpictures: cannot write %s\n", qPrintable(path));
+        ++g_failures;
+    }
 }
 
 // Cell pictures: a small sign on the left and the code's name, so that a cell reads at a
 // glance without opening its list. 60 x 16, transparent so the cell's colour shows; the
 // condensed face keeps the longest names ("POS EDG", "ANGLE1") inside a narrow column.
-static void label(QPainter& p, const QString& text, const QColor& c, int x)
-{
+static void label(QPainter& p, const QString& text, const QColor& c, int x) {
     QFont f("DejaVu Sans Condensed");
     f.setPixelSize(10);
     f.setBold(true);
@@ -45,8 +46,7 @@ static void label(QPainter& p, const QString& text, const QColor& c, int x)
 }
 
 // A signal trace in a 14 x 12 box: "levels" is a list of y positions (0 = high) per step.
-static void trace(QPainter& p, const QColor& c, std::initializer_list<QPointF> pts)
-{
+static void trace(QPainter& p, const QColor& c, std::initializer_list<QPointF> pts) {
     QPainterPath path;
     bool first = true;
     for (QPointF pt : pts) {
@@ -61,8 +61,7 @@ static void trace(QPainter& p, const QColor& c, std::initializer_list<QPointF> p
     p.drawPath(path);
 }
 
-static void arrowHead(QPainter& p, const QColor& c, QPointF tip, bool up)
-{
+static void arrowHead(QPainter& p, const QColor& c, QPointF tip, bool up) {
     QPolygonF tri;
     const double d = up ? 1 : -1;
     tri << tip << QPointF(tip.x() - 3, tip.y() + 4 * d) << QPointF(tip.x() + 3, tip.y() + 4 * d);
@@ -71,8 +70,7 @@ static void arrowHead(QPainter& p, const QColor& c, QPointF tip, bool up)
     p.drawPolygon(tri);
 }
 
-static void badge(QPainter& p, const QColor& c, const QString& sign)
-{
+static void badge(QPainter& p, const QColor& c, const QString& sign) {
     p.setPen(Qt::NoPen);
     p.setBrush(c);
     p.drawRoundedRect(QRectF(1, 2, 13, 12), 3, 3);
@@ -84,14 +82,26 @@ static void badge(QPainter& p, const QColor& c, const QString& sign)
     p.drawText(QRectF(1, 2, 13, 12), Qt::AlignCenter, sign);
 }
 
-static void cellPictures()
-{
+static void cellPictures() {
     const QColor logic(0, 110, 40), delay(170, 90, 0), state(0, 70, 170), rel(120, 40, 140);
-    struct L { int v; QString name; std::function<void(QPainter&)> sign; };
+    struct L {
+        int v;
+        QString name;
+        std::function<void(QPainter&)> sign;
+    };
     const QList<L> logics = {
-        {0, "LOW", [&](QPainter& p) { trace(p, logic, {{1, 13}, {14, 13}}); }},
-        {1, "HIGH", [&](QPainter& p) { trace(p, logic, {{1, 3}, {14, 3}}); }},
-        {2, "NOT", [&](QPainter& p) { trace(p, logic, {{1, 3}, {6, 3}, {6, 13}, {14, 13}}); }},
+        {0, "LOW",
+         [&](QPainter& p) {
+             trace(p, logic, {{1, 13}, {14, 13}});
+         }},
+        {1, "HIGH",
+         [&](QPainter& p) {
+             trace(p, logic, {{1, 3}, {14, 3}});
+         }},
+        {2, "NOT",
+         [&](QPainter& p) {
+             trace(p, logic, {{1, 3}, {6, 3}, {6, 13}, {14, 13}});
+         }},
         {3, "JMP", [&](QPainter& p) { badge(p, logic, QString::fromUtf8("\u2192")); }},
         {4, "INC", [&](QPainter& p) { badge(p, logic, "+1"); }},
         {5, "DEC", [&](QPainter& p) { badge(p, logic, "-1"); }},
@@ -103,10 +113,14 @@ static void cellPictures()
         {11, "RET", [&](QPainter& p) { badge(p, logic, "R"); }},
     };
     for (const L& l : logics)
-        save(QString("bLogic%1").arg(l.v), 60, 16, [&](QPainter& p) { l.sign(p); label(p, l.name, logic, 17); });
+        save(QString("bLogic%1").arg(l.v), 60, 16, [&](QPainter& p) {
+            l.sign(p);
+            label(p, l.name, logic, 17);
+        });
 
     const QList<L> delays = {
-        {0, "TIMER", [&](QPainter& p) {
+        {0, "TIMER",
+         [&](QPainter& p) {
              p.setPen(QPen(delay, 1.4));
              p.drawEllipse(QRectF(2, 2, 12, 12));
              p.drawLine(QPointF(8, 8), QPointF(8, 4));
@@ -118,22 +132,36 @@ static void cellPictures()
         {8, "ANGLE3", [&](QPainter& p) { badge(p, delay, "3"); }},
     };
     for (const L& l : delays)
-        save(QString("bDelayKind%1").arg(l.v), 60, 16, [&](QPainter& p) { l.sign(p); label(p, l.name, delay, 17); });
+        save(QString("bDelayKind%1").arg(l.v), 60, 16, [&](QPainter& p) {
+            l.sign(p);
+            label(p, l.name, delay, 17);
+        });
 
     const QList<L> states = {
-        {0, "POS LEV", [&](QPainter& p) { trace(p, state, {{1, 3}, {14, 3}}); }},
-        {1, "POS EDG", [&](QPainter& p) {
+        {0, "POS LEV",
+         [&](QPainter& p) {
+             trace(p, state, {{1, 3}, {14, 3}});
+         }},
+        {1, "POS EDG",
+         [&](QPainter& p) {
              trace(p, state, {{1, 13}, {7, 13}, {7, 3}, {14, 3}});
              arrowHead(p, state, {7, 4}, true);
          }},
-        {2, "NEG LEV", [&](QPainter& p) { trace(p, state, {{1, 13}, {14, 13}}); }},
-        {3, "NEG EDG", [&](QPainter& p) {
+        {2, "NEG LEV",
+         [&](QPainter& p) {
+             trace(p, state, {{1, 13}, {14, 13}});
+         }},
+        {3, "NEG EDG",
+         [&](QPainter& p) {
              trace(p, state, {{1, 3}, {7, 3}, {7, 13}, {14, 13}});
              arrowHead(p, state, {7, 12}, false);
          }},
     };
     for (const L& l : states)
-        save(QString("bJyotai%1").arg(l.v), 60, 16, [&](QPainter& p) { l.sign(p); label(p, l.name, state, 17); });
+        save(QString("bJyotai%1").arg(l.v), 60, 16, [&](QPainter& p) {
+            l.sign(p);
+            label(p, l.name, state, 17);
+        });
 
     const QStringList rels = {"AND", "OR", "END", ">=", "<=", "=", "!=", "+", "-"};
     for (int v = 0; v < rels.size(); ++v)
@@ -145,8 +173,7 @@ static void cellPictures()
         });
 }
 
-static void page(QPainter& p, QRectF r, const QColor& fill)
-{
+static void page(QPainter& p, QRectF r, const QColor& fill) {
     QPainterPath path;
     path.moveTo(r.topLeft());
     path.lineTo(r.right() - 5, r.top());
@@ -159,8 +186,7 @@ static void page(QPainter& p, QRectF r, const QColor& fill)
     p.drawPath(path);
 }
 
-static void folder(QPainter& p, QRectF r, const QColor& c)
-{
+static void folder(QPainter& p, QRectF r, const QColor& c) {
     p.setPen(QPen(c.darker(160), 1.2));
     p.setBrush(c);
     QPainterPath path;
@@ -174,8 +200,7 @@ static void folder(QPainter& p, QRectF r, const QColor& c)
     p.drawPath(path);
 }
 
-static void magnifier(QPainter& p, double s)
-{
+static void magnifier(QPainter& p, double s) {
     p.setPen(QPen(QColor(40, 40, 40), 2.0 * s / 16));
     p.setBrush(QColor(200, 230, 255));
     p.drawEllipse(QRectF(2 * s / 16, 2 * s / 16, 8 * s / 16, 8 * s / 16));
@@ -183,8 +208,7 @@ static void magnifier(QPainter& p, double s)
     p.drawLine(QPointF(9 * s / 16, 9 * s / 16), QPointF(14 * s / 16, 14 * s / 16));
 }
 
-static void treeIcons()
-{
+static void treeIcons() {
     save("keyParent", 16, 16, [](QPainter& p) { folder(p, QRectF(1, 2, 14, 12), QColor(240, 200, 80)); });
     auto arrow = [](const QColor& c, bool hollow) {
         return [c, hollow](QPainter& p) {
@@ -202,14 +226,18 @@ static void treeIcons()
     save("keyFind", 16, 16, [](QPainter& p) { magnifier(p, 16); });
 
     // Category buttons: a coloured tile with a short tag of the category.
-    struct C { QString key; QString tag; QColor colour; };
+    struct C {
+        QString key;
+        QString tag;
+        QColor colour;
+    };
     const QList<C> cates = {
-        {"keyCateIn", "IN", QColor(230, 0, 110)},     {"keyCateOut", "OUT", QColor(0, 64, 128)},
-        {"keyCateRgst", "RG", QColor(0, 130, 130)},   {"keyCateCount", "CT", QColor(200, 110, 0)},
-        {"keyCateJmp", "JP", QColor(110, 60, 160)},   {"keyCateSub", "SB", QColor(90, 120, 30)},
-        {"keyCateCall", "CL", QColor(60, 90, 170)},   {"keyCateReturn", "RT", QColor(150, 40, 40)},
-        {"keyCateOut_s", "OS", QColor(0, 100, 180)},  {"keyCateStep", "ST", QColor(80, 80, 80)},
-        {"keyCateAll", "AL", QColor(170, 30, 120)},   {"keyCatePat", "PT", QColor(30, 130, 70)},
+        {"keyCateIn", "IN", QColor(230, 0, 110)},    {"keyCateOut", "OUT", QColor(0, 64, 128)},
+        {"keyCateRgst", "RG", QColor(0, 130, 130)},  {"keyCateCount", "CT", QColor(200, 110, 0)},
+        {"keyCateJmp", "JP", QColor(110, 60, 160)},  {"keyCateSub", "SB", QColor(90, 120, 30)},
+        {"keyCateCall", "CL", QColor(60, 90, 170)},  {"keyCateReturn", "RT", QColor(150, 40, 40)},
+        {"keyCateOut_s", "OS", QColor(0, 100, 180)}, {"keyCateStep", "ST", QColor(80, 80, 80)},
+        {"keyCateAll", "AL", QColor(170, 30, 120)},  {"keyCatePat", "PT", QColor(30, 130, 70)},
     };
     for (const C& c : cates)
         save(c.key, 16, 16, [&](QPainter& p) {
@@ -225,8 +253,7 @@ static void treeIcons()
         });
 }
 
-static void toolbarImages()
-{
+static void toolbarImages() {
     const int s = 24;
     save("keyNew", s, s, [](QPainter& p) { page(p, QRectF(5, 2, 14, 19), Qt::white); });
     save("keyOPEN", s, s, [](QPainter& p) { folder(p, QRectF(2, 5, 20, 15), QColor(240, 200, 80)); });
@@ -321,17 +348,21 @@ static void toolbarImages()
     });
 }
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: drawpictures OUT_FOLDER\n");
+        return 2;
+    }
     QGuiApplication app(argc, argv);
     g_out = QString::fromLocal8Bit(argv[1]);
+    if (!QDir().mkpath(g_out)) {
+        std::fprintf(stderr, "drawpictures: cannot create %s\n", argv[1]);
+        return 1;
+    }
     cellPictures();
     treeIcons();
     toolbarImages();
-    return 0;
+    if (g_failures == 0)
+        std::printf("pictures written to %s\n", qPrintable(QDir(g_out).absolutePath()));
+    return g_failures == 0 ? 0 : 1;
 }
-EOF
-
-g++ -std=c++20 -fPIC -O1 "$work/draw.cpp" -o "$work/draw" $(pkg-config --cflags --libs Qt6Gui)
-QT_QPA_PLATFORM=offscreen "$work/draw" "$out"
-echo "pictures written to $out"
