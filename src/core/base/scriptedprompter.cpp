@@ -110,6 +110,13 @@ std::vector<int> ScriptedPrompter::numbers() const {
     return out;
 }
 
+QStringList ScriptedPrompter::texts() const {
+    QStringList out;
+    for (const auto& s : m_shown)
+        out << s.text;
+    return out;
+}
+
 void ScriptedPrompter::clear() {
     m_shown.clear();
     m_requests.clear();

@@ -59,6 +59,8 @@ public:
 
     const std::vector<Shown>& shown() const { return m_shown; }
     std::vector<int> numbers() const;
+    // The texts shown, in order (numbered messages composed with their arguments).
+    QStringList texts() const;
     int lastNumber() const { return m_shown.empty() ? -1 : m_shown.back().number; }
     const std::vector<FileDialogRequest>& fileRequests() const { return m_requests; }
     const QStringList& inputPrompts() const { return m_prompts; }

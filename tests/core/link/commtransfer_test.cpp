@@ -53,12 +53,6 @@ protected:
         t->settings.port = QStringLiteral("/dev/ttyS0");
         return t;
     }
-    QStringList texts() const {
-        QStringList out;
-        for (const auto& s : prompter.shown())
-            out << s.text;
-        return out;
-    }
     int framesStartingWith(char c) const {
         int n = 0;
         for (const QByteArray& f : line.written())
@@ -127,7 +121,7 @@ TEST_F(Transfer, ReadShowsProgressAndLeavesNoFileWhenItFailsPartWay) {
     prompter.queueAnswer(Answer::Cancel);
     auto again = transfer(CommTransfer::Read, CommTransfer::StepProgram);
     EXPECT_FALSE(again->run());
-    EXPECT_EQ(texts().last(), "Failed to read.");
+    EXPECT_EQ(prompter.texts().last(), "Failed to read.");
     EXPECT_TRUE(again->FullFname().isEmpty());
     EXPECT_FALSE(again->Success());
 }
@@ -151,8 +145,8 @@ TEST_F(Transfer, BadAnswersAreShownAndAskedAgainFiveTimesPerRange) {
     machine.addFault({Fault::BadChecksum, 6});
     machine.addFault({Fault::BadChecksum, 7});
     auto t = transfer(CommTransfer::Read, CommTransfer::Customisation);
-    ASSERT_TRUE(t->run()) << texts().join(" | ").toStdString();
-    const QStringList shown = texts();
+    ASSERT_TRUE(t->run()) << prompter.texts().join(" | ").toStdString();
+    const QStringList shown = prompter.texts();
     ASSERT_EQ(shown.size(), 5);
     EXPECT_TRUE(shown[0].startsWith("Check sum error:\n\n"));
     EXPECT_TRUE(shown[1].startsWith("Error returned:\n\n#0000"));
@@ -169,8 +163,8 @@ TEST_F(Transfer, BadAnswersAreShownAndAskedAgainFiveTimesPerRange) {
         machine.addFault({Fault::BadChecksum, base + i * 2});
     auto again = transfer(CommTransfer::Read, CommTransfer::Customisation);
     EXPECT_FALSE(again->run());
-    EXPECT_EQ(texts().size(), 7);
-    EXPECT_EQ(texts().last(), "Failed to read.");
+    EXPECT_EQ(prompter.texts().size(), 7);
+    EXPECT_EQ(prompter.texts().last(), "Failed to read.");
 }
 
 TEST_F(Transfer, RefusedRecordIsSentAgainOnOkAndEndsTheWriteOnCancel) {
@@ -193,7 +187,7 @@ TEST_F(Transfer, RefusedRecordIsSentAgainOnOkAndEndsTheWriteOnCancel) {
     prompter.queueAnswer(Answer::Cancel);
     auto cancelled = transfer(CommTransfer::Write, CommTransfer::Customisation, file);
     EXPECT_FALSE(cancelled->run());
-    EXPECT_EQ(texts().last(), "Failed to write.");
+    EXPECT_EQ(prompter.texts().last(), "Failed to write.");
     EXPECT_EQ(machine.resets(), 1) << "no reset after a write that stopped";
 }
 
@@ -204,7 +198,7 @@ TEST_F(Transfer, LostLineFailsEverySendUntilThePowerMessage) {
         prompter.queueAnswer(Answer::Retry);
     auto t = transfer(CommTransfer::Write, CommTransfer::Customisation, file);
     EXPECT_FALSE(t->run());
-    const QStringList shown = texts();
+    const QStringList shown = prompter.texts();
     ASSERT_EQ(shown.size(), 8) << shown.join(" | ").toStdString();
     EXPECT_EQ(shown[0], "Timer over (no response for data)");
     EXPECT_EQ(prompter.shown()[0].style, ScriptedPrompter::kRetryStyle);
@@ -217,20 +211,21 @@ TEST_F(Transfer, LostLineFailsEverySendUntilThePowerMessage) {
     line.plugIn();
     prompter.clear();
     EXPECT_TRUE(transfer(CommTransfer::Write, CommTransfer::Customisation, file)->run());
-    EXPECT_TRUE(texts().isEmpty());
+    EXPECT_TRUE(prompter.texts().isEmpty());
 }
 
 TEST_F(Transfer, LineThatCannotBeOpenedEndsAtOnce) {
     line.setOpenFails(true);
     auto t = transfer(CommTransfer::Read, CommTransfer::StepProgram);
     EXPECT_FALSE(t->run());
-    EXPECT_EQ(texts(), QStringList{"Unable to connect. Check port setting. Or the port is occupied."});
+    EXPECT_EQ(prompter.texts(),
+              QStringList{"Unable to connect. Check port setting. Or the port is occupied."});
     EXPECT_TRUE(line.written().isEmpty());
 
     prompter.clear();
     auto w = transfer(CommTransfer::Write, CommTransfer::StepProgram);
     w->load();
-    EXPECT_EQ(texts(), QStringList{"no file to transfer!"});
+    EXPECT_EQ(prompter.texts(), QStringList{"no file to transfer!"});
     EXPECT_EQ(w->title(), "Save to sewing machine");
 }
 
@@ -238,7 +233,7 @@ TEST_F(Transfer, WhatArrivedUnaskedIsDroppedBeforeEachRequest) {
     line.injectNoise("R0100FFFFFFFFFFFFFFFFxx\r\n");
     auto t = transfer(CommTransfer::Read, CommTransfer::Customisation);
     ASSERT_TRUE(t->run());
-    EXPECT_TRUE(texts().isEmpty());
+    EXPECT_TRUE(prompter.texts().isEmpty());
     EXPECT_EQ(link.machineKind, "01052");
 }
 
