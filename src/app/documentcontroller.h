@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/documents.h"
+#include "link/commtransfer.h"
 
 #include <QObject>
 #include <QPointer>
@@ -43,16 +44,22 @@ public:
     void setWindowHooks(const EditorWindowHooks& hooks);
 
     // Connects the toolbar commands, changed flags, titles and focus of the two editor
-    // windows and the close question of the main window; disables the machine items.
+    // windows and the close question of the main window; enables the user editor's
+    // machine items.
     void attachWindows(StepEditorWindow& user, StepEditorWindow& comparison, MainWindow* mainWindow);
 
     // Runs the command of a toolbar button or menu item of the editor usrcmp. fromMenu
     // tells the memo item ("keyREM" under the info button) from the remark button of the
     // same key. True when the key is a document command (handled or disabled here).
     bool handleKey(int usrcmp, const QString& key, bool fromMenu);
-    // Keys of the machine link that stay disabled: the serial line is not available here.
-    static bool isDisabledKey(const QString& key);
     static QStringList documentKeys();
+
+    // keySAVE2: message 160, the checks, then the program goes to the machine through the
+    // transfer dialog. True when it was written.
+    bool SaveToMachine();
+    // The machine link of the run: the kind of the machine last read, the times and the
+    // line (tests put their own behind it).
+    MachineLink& machineLink() { return m_link; }
 
     // The memo window of the editor usrcmp (opened once; raised when open).
     fInpMemo* openMemoWindow(int usrcmp);
@@ -74,6 +81,7 @@ public:
 
 private:
     AppContext& m_context;
+    MachineLink m_link;
     std::unique_ptr<Documents> m_documents;
     QWidget* m_dialogParent;
     QMdiArea* m_mdi;
