@@ -40,6 +40,7 @@ const char kDescription[] =
     "  error:N             the answer to frame N begins with \"#\" (an error answer)\n"
     "  address:N           the answer to frame N echoes another address\n"
     "  write-error:N[:CODE]  W record N is refused with CODE (default E001), not stored\n"
+    "  lost-write:N        W record N is acknowledged but not stored\n"
     "  disconnect:N        the line is dropped when frame N arrives and vkm-sim ends\n"
     "\n"
     "Exit status: 0 after a signal or a planned disconnect, 1 when the line cannot be\n"

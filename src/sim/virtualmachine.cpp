@@ -54,10 +54,10 @@ QString printable(const QByteArray& bytes) {
 
 std::optional<Fault> parseFault(const QString& spec, QString* error) {
     static const QList<std::pair<QString, Fault::Type>> names = {
-        {QStringLiteral("silent"), Fault::Silent},         {QStringLiteral("late"), Fault::Late},
-        {QStringLiteral("checksum"), Fault::BadChecksum},  {QStringLiteral("error"), Fault::ErrorAnswer},
-        {QStringLiteral("address"), Fault::WrongAddress},  {QStringLiteral("write-error"), Fault::WriteError},
-        {QStringLiteral("disconnect"), Fault::Disconnect},
+        {QStringLiteral("silent"), Fault::Silent},        {QStringLiteral("late"), Fault::Late},
+        {QStringLiteral("checksum"), Fault::BadChecksum}, {QStringLiteral("error"), Fault::ErrorAnswer},
+        {QStringLiteral("address"), Fault::WrongAddress}, {QStringLiteral("write-error"), Fault::WriteError},
+        {QStringLiteral("lost-write"), Fault::LostWrite}, {QStringLiteral("disconnect"), Fault::Disconnect},
     };
     const QStringList parts = spec.split(u':');
     Fault f;
@@ -102,21 +102,14 @@ void VirtualMachine::setIdentification(const QByteArray& bytes) {
 }
 
 bool VirtualMachine::loadTransferText(const QByteArray& text, QString* error) {
-    int lineNumber = 0;
-    for (QByteArray line : text.split('\n')) {
-        ++lineNumber;
-        if (line.endsWith('\r'))
-            line.chop(1);
-        if (line.isEmpty())
-            continue;
+    const QList<QByteArray> lines = recordLines(text);
+    for (qsizetype i = 0; i < lines.size(); ++i) {
         int address = 0;
-        bool good = line.size() == 23 && line.startsWith('W') && hexField(line, 1, 20, nullptr) &&
-                    hexField(line, 1, 4, &address) && address + 8 <= kMemorySize && checksumOk(line);
-        if (!good) {
-            *error = QStringLiteral("line %1 is not a W record: %2").arg(lineNumber).arg(printable(line));
+        if (!isWRecord(lines[i], &address) || address + 8 > kMemorySize) {
+            *error = QStringLiteral("line %1 is not a W record: %2").arg(i + 1).arg(printable(lines[i]));
             return false;
         }
-        m_memory.replace(address, 8, QByteArray::fromHex(line.mid(5, 16)));
+        m_memory.replace(address, 8, QByteArray::fromHex(lines[i].mid(5, 16)));
     }
     return true;
 }
@@ -157,7 +150,10 @@ QByteArray VirtualMachine::writeAnswer(const QByteArray& frame) {
         log(QStringLiteral("   fault: write error %1").arg(QString::fromLatin1(f->code)));
         code = f->code;
     }
-    if (code == "E000")
+    const bool lost = code == "E000" && faultAt(m_frames, Fault::LostWrite);
+    if (lost)
+        log(QStringLiteral("   fault: record acknowledged but not stored"));
+    if (code == "E000" && !lost)
         m_memory.replace(address, 8, QByteArray::fromHex(frame.mid(5, 16)));
     const QByteArray body = code + frame.mid(1, 4).leftJustified(4, '0', true);
     return "A" + body + checksum(body) + kLineEnd;

@@ -18,6 +18,7 @@ struct Fault {
         ErrorAnswer,  // the answer to frame N begins with "#"
         WrongAddress, // the answer to frame N echoes another address
         WriteError,   // frame N (a W record) is refused with CODE and not stored
+        LostWrite,    // frame N (a W record) is acknowledged but not stored (a bad memory cell)
         Disconnect,   // the line is dropped when frame N arrives
     };
     Type type = Silent;
@@ -27,7 +28,7 @@ struct Fault {
 };
 
 // Parses "silent:N", "late:N:K", "checksum:N", "error:N", "address:N",
-// "write-error:N[:CODE]" or "disconnect:N". nullopt with *error set when it is not one.
+// "write-error:N[:CODE]", "lost-write:N" or "disconnect:N". nullopt with *error set when it is not one.
 std::optional<Fault> parseFault(const QString& spec, QString* error);
 
 // The controller of a VKM sewing machine as the serial link sees it: 8192 bytes of memory

@@ -34,25 +34,6 @@ QString frameText(const QByteArray& frame) {
     return QString::fromLatin1(text);
 }
 
-// The lines of a transfer text up to its first empty line, without their line ends.
-QList<QByteArray> recordLines(const QByteArray& text) {
-    QList<QByteArray> lines;
-    qsizetype pos = 0;
-    while (pos < text.size()) {
-        qsizetype end = text.indexOf('\n', pos);
-        if (end < 0)
-            end = text.size();
-        QByteArray line = text.mid(pos, end - pos);
-        if (line.endsWith('\r'))
-            line.chop(1);
-        if (line.isEmpty())
-            break;
-        lines << line;
-        pos = end + 1;
-    }
-    return lines;
-}
-
 } // namespace
 
 MachineLink::MachineLink() : channelFactory([] { return std::make_unique<SerialPortChannel>(); }) {}
