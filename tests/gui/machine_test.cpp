@@ -183,6 +183,7 @@ struct ProbeChannel : sim::LoopbackChannel {
     std::function<void()> probe;
 };
 
+// With VKM_COMM_SHOT set, the dialog half way through is saved there for a person to see.
 TEST(TransferDialog, ShowsProgressStaysOpenWhileTalkingAndClosesItself) {
     TempSettings settings;
     ScriptedPrompter prompter;
@@ -198,6 +199,9 @@ TEST(TransferDialog, ShowsProgressStaysOpenWhileTalkingAndClosesItself) {
         auto c = std::make_unique<ProbeChannel>(machine);
         c->probe = [&] {
             labels << dialog->findChild<QLabel*>(QStringLiteral("Label1"))->text();
+            if (labels.last() == QLatin1String("Reading... 384/768") &&
+                qEnvironmentVariableIsSet("VKM_COMM_SHOT"))
+                dialog->grab().save(qEnvironmentVariable("VKM_COMM_SHOT"));
             notes << dialog->findChild<QLabel*>(QStringLiteral("Label2"))->text();
             lastValue = dialog->findChild<QProgressBar*>(QStringLiteral("ProgressBar1"))->value();
             dialog->close();
