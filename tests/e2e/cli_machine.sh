@@ -21,6 +21,8 @@ export VKM_ANSWER_TIMEOUT_MS=200 VKM_RESET_PAUSE_MS=10
 start_sim() {
     stop_sim
     : > "$WORK/sim.log"
+    # The new process truncates the file only once it runs: the old path must not be read.
+    rm -f "$WORK/sim.out"
     "$SIM" --baud 0 --log "$WORK/sim.log" "$@" > "$WORK/sim.out" &
     SIMPID=$!
     for _ in $(seq 100); do [ -s "$WORK/sim.out" ] && break; sleep 0.05; done
