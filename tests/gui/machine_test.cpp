@@ -23,6 +23,7 @@
 #include <QMdiArea>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
 #include <gtest/gtest.h>
@@ -152,12 +153,14 @@ TEST_F(MachineCommands, MachineSwitchedOffPartWayLeavesTheProgramAloneAndTheNext
     prompter.queueAnswer(Answer::Cancel);
     EXPECT_FALSE(controller->SaveToMachine());
     off.stop();
+    // Whether the line was found gone while waiting or while sending depends on when the
+    // machine went; either way: one Retry, one Cancel, a send that failed, the failure.
     const QStringList shown = prompter.texts();
-    ASSERT_EQ(shown.size(), 5) << shown.join(" | ").toStdString();
-    EXPECT_EQ(shown[1], "Timer over (no response for data)");
-    EXPECT_TRUE(shown[2].startsWith("Faild to send data...")) << "the line is gone";
-    EXPECT_EQ(shown[3], "Timer over (no response for data)");
-    EXPECT_EQ(shown[4], "Failed to write.");
+    EXPECT_EQ(shown.first(), kPowerQuestion);
+    EXPECT_EQ(shown.count("Timer over (no response for data)"), 2) << shown.join(" | ").toStdString();
+    EXPECT_FALSE(shown.filter(QRegularExpression("^Faild to send data...\n\nW")).isEmpty());
+    EXPECT_EQ(shown.last(), "Failed to write.");
+    EXPECT_EQ(prompter.pendingAnswers(), 0u);
     EXPECT_FALSE(openAtEnd);
     EXPECT_EQ(readAll(program), fileBefore);
     EXPECT_EQ(controller->documents().userFilePath(), program);
