@@ -113,7 +113,7 @@ int main(int argc, char** argv) {
                                   QStringLiteral("n"), QStringLiteral("9600"));
     const QCommandLineOption fault({QStringLiteral("f"), QStringLiteral("fault")},
                                    QStringLiteral("Play a fault (see above). May be repeated."),
-                                   QStringLiteral("spec"));
+                                   QStringLiteral("fault"));
     const QCommandLineOption logFile(QStringLiteral("log"),
                                      QStringLiteral("Log the frames to <file> instead of standard error."),
                                      QStringLiteral("file"));
@@ -160,9 +160,9 @@ int main(int argc, char** argv) {
     const int speed = parser.value(baud).toInt(&ok);
     if (!ok || speed < 0)
         return fail(QStringLiteral("--baud needs a number of bit/s, not \"%1\"").arg(parser.value(baud)), 2);
-    for (const QString& spec : parser.values(fault)) {
+    for (const QString& text : parser.values(fault)) {
         QString error;
-        const auto f = parseFault(spec, &error);
+        const auto f = parseFault(text, &error);
         if (!f)
             return fail(error, 2);
         machine.addFault(*f);

@@ -52,14 +52,14 @@ QString printable(const QByteArray& bytes) {
 
 } // namespace
 
-std::optional<Fault> parseFault(const QString& spec, QString* error) {
+std::optional<Fault> parseFault(const QString& text, QString* error) {
     static const QList<std::pair<QString, Fault::Type>> names = {
         {QStringLiteral("silent"), Fault::Silent},        {QStringLiteral("late"), Fault::Late},
         {QStringLiteral("checksum"), Fault::BadChecksum}, {QStringLiteral("error"), Fault::ErrorAnswer},
         {QStringLiteral("address"), Fault::WrongAddress}, {QStringLiteral("write-error"), Fault::WriteError},
         {QStringLiteral("lost-write"), Fault::LostWrite}, {QStringLiteral("disconnect"), Fault::Disconnect},
     };
-    const QStringList parts = spec.split(u':');
+    const QStringList parts = text.split(u':');
     Fault f;
     bool known = false;
     for (const auto& [name, type] : names) {
@@ -71,24 +71,24 @@ std::optional<Fault> parseFault(const QString& spec, QString* error) {
     bool ok = false;
     f.frame = parts.value(1).toInt(&ok);
     if (!known || !ok || f.frame < 1) {
-        *error = QStringLiteral("bad fault \"%1\": expected KIND:N with N from 1 (see --help)").arg(spec);
+        *error = QStringLiteral("bad fault \"%1\": expected KIND:N with N from 1 (see --help)").arg(text);
         return std::nullopt;
     }
     const int extra = int(parts.size()) - 2;
     if (f.type == Fault::Late) {
         f.attempts = parts.value(2).toInt(&ok);
         if (extra != 1 || !ok || f.attempts < 2) {
-            *error = QStringLiteral("bad fault \"%1\": late:N:K needs K from 2").arg(spec);
+            *error = QStringLiteral("bad fault \"%1\": late:N:K needs K from 2").arg(text);
             return std::nullopt;
         }
     } else if (f.type == Fault::WriteError && extra == 1) {
         f.code = parts.value(2).toLatin1();
         if (f.code.size() != 4) {
-            *error = QStringLiteral("bad fault \"%1\": the code has four characters (E001)").arg(spec);
+            *error = QStringLiteral("bad fault \"%1\": the code has four characters (E001)").arg(text);
             return std::nullopt;
         }
     } else if (extra != 0) {
-        *error = QStringLiteral("bad fault \"%1\": too many fields").arg(spec);
+        *error = QStringLiteral("bad fault \"%1\": too many fields").arg(text);
         return std::nullopt;
     }
     return f;

@@ -29,7 +29,7 @@ struct Fault {
 
 // Parses "silent:N", "late:N:K", "checksum:N", "error:N", "address:N",
 // "write-error:N[:CODE]", "lost-write:N" or "disconnect:N". nullopt with *error set when it is not one.
-std::optional<Fault> parseFault(const QString& spec, QString* error);
+std::optional<Fault> parseFault(const QString& text, QString* error);
 
 // The controller of a VKM sewing machine as the serial link sees it: 8192 bytes of memory
 // and the frames that read and write them.
