@@ -3,6 +3,8 @@
 #include "appcontext.h"
 #include "base/paths.h"
 #include "base/prompter.h"
+#include "document/machinesend.h"
+#include "fcomm.h"
 #include "finpmemo.h"
 #include "finppassword.h"
 #include "mainwindow.h"
@@ -34,6 +36,10 @@ DocumentController::DocumentController(AppContext& context, StepSheetEditor& use
     hooks.inputPassword = [this](int usrcmp, const QString& password, const QString& author) {
         return fInpPassword::InpPwd(usrcmp, password, author, *m_context.prompter, m_dialogParent);
     };
+    hooks.readFromMachine = [this](int) {
+        return fComm::readFromMachine(m_link, *m_context.prompter, m_context.settings,
+                                      CommTransfer::StepProgram, false, m_dialogParent);
+    };
     m_opener = [](const QString& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(path)); };
     m_print = std::make_unique<PrintController>(context, *m_documents, dialogParent);
 }
@@ -57,10 +63,11 @@ void DocumentController::attachWindow(int usrcmp, StepEditorWindow& w) {
             [this, usrcmp](const QString& key) { handleKey(usrcmp, key, false); });
     connect(&w, &StepEditorWindow::menuTriggered, this,
             [this, usrcmp](const QString&, const QString& item) { handleKey(usrcmp, item, true); });
+    // Programs come from and go to the machine through the user editor only.
     for (const char* button : {"keyOPEN", "keySAVE"}) {
         for (const char* item : {"keyREAD_USER2", "keyREAD_HIKAKU2", "keySAVE2"}) {
             if (QAction* a = w.menuAction(QLatin1String(button), QLatin1String(item)))
-                a->setEnabled(false);
+                a->setEnabled(usrcmp == 0);
         }
     }
 }
@@ -132,22 +139,16 @@ void DocumentController::attachWindows(StepEditorWindow& user, ComparisonWindowF
     setWindowHooks(hooks);
 }
 
-bool DocumentController::isDisabledKey(const QString& key) {
-    return key == QLatin1String("keyREAD_USER2") || key == QLatin1String("keyREAD_HIKAKU2") ||
-           key == QLatin1String("keySAVE2");
-}
-
 QStringList DocumentController::documentKeys() {
     return {
-        QStringLiteral("keyNew"),          QStringLiteral("keyOPEN"),      QStringLiteral("keyREAD_USER1"),
-        QStringLiteral("keyREAD_HIKAKU1"), QStringLiteral("keySAVE"),      QStringLiteral("keyOVERWRITE"),
-        QStringLiteral("keySAVEAS"),       QStringLiteral("InitialPath"),  QStringLiteral("keyUNDO"),
-        QStringLiteral("keyPASS"),         QStringLiteral("keyHelpManual")};
+        QStringLiteral("keyNew"),          QStringLiteral("keyOPEN"),       QStringLiteral("keyREAD_USER1"),
+        QStringLiteral("keyREAD_HIKAKU1"), QStringLiteral("keySAVE"),       QStringLiteral("keyOVERWRITE"),
+        QStringLiteral("keySAVEAS"),       QStringLiteral("InitialPath"),   QStringLiteral("keyUNDO"),
+        QStringLiteral("keyPASS"),         QStringLiteral("keyHelpManual"), QStringLiteral("keyREAD_USER2"),
+        QStringLiteral("keyREAD_HIKAKU2"), QStringLiteral("keySAVE2")};
 }
 
 bool DocumentController::handleKey(int usrcmp, const QString& key, bool fromMenu) {
-    if (isDisabledKey(key))
-        return true;
     if (key == QLatin1String("keyREM")) {
         if (!fromMenu)
             return false; // the remark button of the grid, not the memo
@@ -173,8 +174,17 @@ bool DocumentController::handleKey(int usrcmp, const QString& key, bool fromMenu
         doc.SaveCheck(cancel, false);
         if (!cancel)
             doc.ReadStep(0, 0, QString());
+    } else if (key == QLatin1String("keyREAD_USER2")) {
+        bool cancel = false;
+        doc.SaveCheck(cancel, false);
+        if (!cancel)
+            doc.ReadStep(0, 1, QString());
     } else if (key == QLatin1String("keyREAD_HIKAKU1")) {
         doc.ReadStep(1, 0, QString());
+    } else if (key == QLatin1String("keyREAD_HIKAKU2")) {
+        doc.ReadStep(1, 1, QString());
+    } else if (key == QLatin1String("keySAVE2")) {
+        SaveToMachine();
     } else if (key == QLatin1String("keySAVE") || key == QLatin1String("keyOVERWRITE")) {
         doc.SaveStepData(false);
     } else if (key == QLatin1String("keySAVEAS")) {
@@ -189,6 +199,16 @@ bool DocumentController::handleKey(int usrcmp, const QString& key, bool fromMenu
         openManual();
     }
     return true;
+}
+
+bool DocumentController::SaveToMachine() {
+    StepDocument& doc = m_documents->user();
+    const QString file =
+        ProgramFileToSend(doc.editor(), doc.program(), *m_context.prompter, m_documents->clock());
+    if (file.isEmpty())
+        return false;
+    return fComm::writeToMachine(m_link, *m_context.prompter, m_context.settings, CommTransfer::StepProgram,
+                                 file, m_dialogParent);
 }
 
 fInpMemo* DocumentController::openMemoWindow(int usrcmp) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/documents.h"
+#include "link/commtransfer.h"
 
 #include <QObject>
 #include <QPointer>
@@ -48,8 +49,8 @@ public:
     using ComparisonWindowFactory = std::function<StepEditorWindow*()>;
 
     // Connects the toolbar commands, changed flags, titles and focus of the two editor
-    // windows and the close question of the main window; disables the machine items. The
-    // comparison window is connected when the factory has made it.
+    // windows and the close question of the main window; the machine items work in the
+    // user editor only. The comparison window is connected when the factory has made it.
     void attachWindows(StepEditorWindow& user, ComparisonWindowFactory comparison, MainWindow* mainWindow);
     // The comparison editor's window; nullptr until a comparison program was opened.
     StepEditorWindow* comparisonWindow() const;
@@ -58,9 +59,14 @@ public:
     // tells the memo item ("keyREM" under the info button) from the remark button of the
     // same key. True when the key is a document command (handled or disabled here).
     bool handleKey(int usrcmp, const QString& key, bool fromMenu);
-    // Keys of the machine link that stay disabled: the serial line is not available here.
-    static bool isDisabledKey(const QString& key);
     static QStringList documentKeys();
+
+    // keySAVE2: message 160, the checks, then the program goes to the machine through the
+    // transfer dialog. True when it was written.
+    bool SaveToMachine();
+    // The machine link of the run: the kind of the machine last read, the times and the
+    // line (tests put their own behind it).
+    MachineLink& machineLink() { return m_link; }
 
     // The memo window of the editor usrcmp (opened once; raised when open).
     fInpMemo* openMemoWindow(int usrcmp);
@@ -89,6 +95,7 @@ private:
     StepEditorWindow* window(int usrcmp);
 
     AppContext& m_context;
+    MachineLink m_link;
     std::unique_ptr<Documents> m_documents;
     std::unique_ptr<PrintController> m_print;
     QWidget* m_dialogParent;

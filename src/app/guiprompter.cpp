@@ -105,6 +105,14 @@ Answer GuiPrompter::showText(const QString& text, int style) {
     return buttons == BoxButtons::Ok ? Answer::None : a;
 }
 
+Answer GuiPrompter::askRetry(const QString& text) {
+    QMessageBox box(QMessageBox::Warning, messageBoxTitle(), text, QMessageBox::Retry | QMessageBox::Cancel,
+                    m_parent);
+    box.setDefaultButton(QMessageBox::Retry);
+    box.setEscapeButton(QMessageBox::Cancel);
+    return box.exec() == QMessageBox::Retry ? Answer::Retry : Answer::Cancel;
+}
+
 std::optional<QString> GuiPrompter::inputText(const QString& title, const QString& prompt,
                                               const QString& defaultText) {
     bool ok = false;

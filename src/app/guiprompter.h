@@ -21,6 +21,7 @@ public:
     Answer showMessage(int number, int style, const QString& a1 = {}, const QString& a2 = {},
                        const QString& a3 = {}) override;
     Answer showText(const QString& text, int style) override;
+    Answer askRetry(const QString& text) override;
     std::optional<QString> inputText(const QString& title, const QString& prompt,
                                      const QString& defaultText) override;
     QString openFileName(const FileDialogRequest& request) override;

@@ -2,14 +2,17 @@
 
 #include "base/messages.h"
 #include "base/settings.h"
+#include "fsetport.h"
 
 #include <QAction>
 #include <QCloseEvent>
 #include <QIcon>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QPixmap>
 #include <QToolBar>
+#include <QToolButton>
 #include <algorithm>
 
 // The toolbar images live in a static library; its resources must be registered by hand.
@@ -52,9 +55,9 @@ void MainWindow::buildToolBar() {
 
     connect(addToolButton(QStringLiteral("keyCLOSE"), QStringLiteral("keyCLOSE"), 194), &QAction::triggered,
             this, &QWidget::close);
-    // The option menu and the easy customisation arrive with their own windows; until
-    // then the buttons keep their place but cannot be pressed.
-    addToolButton(QStringLiteral("keyOption"), QStringLiteral("keyOption"), 195)->setEnabled(false);
+    buildOptionMenu(addToolButton(QStringLiteral("keyOption"), QStringLiteral("keyOption"), 195));
+    // The easy customisation arrives with its own window; until then the button keeps its
+    // place but cannot be pressed.
     addToolButton(QStringLiteral("keyCUSTOMIZEEASY"), QStringLiteral("keyCUSTOMIZE"), 492)->setEnabled(false);
     m_toolBar->addSeparator()->setObjectName(QStringLiteral("keySEPARATOR1"));
     connect(addToolButton(QStringLiteral("keyWARRANGE"), QStringLiteral("keyWARRANGE"), 196),
@@ -62,6 +65,21 @@ void MainWindow::buildToolBar() {
 
     const bool captions = !m_settings || m_settings->value(keys::DoesViewButtonCaption);
     showButtonCaptions(captions);
+}
+
+void MainWindow::buildOptionMenu(QAction* option) {
+    auto* menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("mnuOptionContent"));
+    // The editing options join this menu with their settings page; the port is set here.
+    QAction* port = menu->addAction(LoadMessageText(567));
+    port->setObjectName(QStringLiteral("mnuOptionContent6"));
+    connect(port, &QAction::triggered, this, [this] {
+        fSetPort dialog(m_settings, this);
+        dialog.exec();
+    });
+    option->setMenu(menu);
+    if (auto* button = qobject_cast<QToolButton*>(m_toolBar->widgetForAction(option)))
+        button->setPopupMode(QToolButton::InstantPopup);
 }
 
 void MainWindow::showButtonCaptions(bool visible) {

@@ -46,6 +46,7 @@ protected:
 
 private:
     void buildToolBar();
+    void buildOptionMenu(QAction* option);
     QAction* addToolButton(const QString& key, const QString& image, int captionText);
 
     Settings* m_settings;

@@ -83,7 +83,7 @@ TEST(Startup, NormalStartBuildsTheMainWindow) {
         bool enabled;
     } buttons[] = {
         {"keyCLOSE", "Close         ", true},
-        {"keyOption", "Setting        ", false},
+        {"keyOption", "Setting        ", true},
         {"keyCUSTOMIZEEASY", "Simple customize", false},
         {"keyWARRANGE", "Arrange window  ", true},
     };

@@ -6,7 +6,7 @@
 namespace vkm {
 
 // The answer a message box gives back. None for boxes that only inform.
-enum class Answer { None, Ok, Cancel, Yes, No };
+enum class Answer { None, Ok, Cancel, Yes, No, Retry };
 
 struct FileDialogRequest {
     QString title;
@@ -30,6 +30,11 @@ public:
     // A fixed text that is not in the numbered table ("checksum error", the archive
     // presence check, the local messages of a dialog). Same styles as showMessage.
     virtual Answer showText(const QString& text, int style) = 0;
+
+    // A question with Retry and Cancel and the exclamation icon, which none of the ten
+    // message styles offers (the serial link asks it when the machine does not answer).
+    // Returns Retry or Cancel.
+    virtual Answer askRetry(const QString& text) = 0;
 
     // Input box. nullopt when the user cancels.
     virtual std::optional<QString> inputText(const QString& title, const QString& prompt,

@@ -58,6 +58,19 @@ Answer ScriptedPrompter::showText(const QString& text, int style) {
     return answerFor(style, text);
 }
 
+Answer ScriptedPrompter::askRetry(const QString& text) {
+    m_shown.push_back({0, kRetryStyle, text, {}, {}, {}});
+    if (!m_answers.empty()) {
+        const Answer a = m_answers.front();
+        m_answers.pop_front();
+        return a == Answer::Retry ? Answer::Retry : Answer::Cancel;
+    }
+    if (m_default)
+        return *m_default == Answer::Retry ? Answer::Retry : Answer::Cancel;
+    unscripted(QStringLiteral("retry question without a scripted answer: ") + text);
+    return Answer::Cancel;
+}
+
 std::optional<QString> ScriptedPrompter::inputText(const QString&, const QString& prompt, const QString&) {
     m_prompts << prompt;
     if (m_inputs.empty()) {
@@ -97,6 +110,13 @@ std::vector<int> ScriptedPrompter::numbers() const {
     return out;
 }
 
+QStringList ScriptedPrompter::texts() const {
+    QStringList out;
+    for (const auto& s : m_shown)
+        out << s.text;
+    return out;
+}
+
 void ScriptedPrompter::clear() {
     m_shown.clear();
     m_requests.clear();
@@ -123,6 +143,17 @@ Answer ConsolePrompter::showText(const QString& text, int style) {
         return a;
     }
     return refusal(style);
+}
+
+Answer ConsolePrompter::askRetry(const QString& text) {
+    m_last = text;
+    std::fprintf(stderr, "%s\n", text.toUtf8().constData());
+    if (!m_answers.empty()) {
+        const Answer a = m_answers.front();
+        m_answers.pop_front();
+        return a == Answer::Retry ? Answer::Retry : Answer::Cancel;
+    }
+    return Answer::Cancel;
 }
 
 } // namespace vkm

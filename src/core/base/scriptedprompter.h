@@ -24,7 +24,11 @@ public:
         QString a1, a2, a3;
     };
 
-    // Answers handed out in order to showMessage/showText calls of styles that ask.
+    // Style recorded for askRetry questions (no message style has Retry and Cancel).
+    static constexpr int kRetryStyle = -1;
+
+    // Answers handed out in order to showMessage/showText calls of styles that ask, and to
+    // askRetry (Retry or Cancel).
     void queueAnswer(Answer a) { m_answers.push_back(a); }
     // The answer to every question once the script is empty (instead of a report).
     void setDefaultAnswer(Answer a) { m_default = a; }
@@ -46,6 +50,7 @@ public:
     Answer showMessage(int number, int style, const QString& a1 = {}, const QString& a2 = {},
                        const QString& a3 = {}) override;
     Answer showText(const QString& text, int style) override;
+    Answer askRetry(const QString& text) override;
     std::optional<QString> inputText(const QString& title, const QString& prompt,
                                      const QString& defaultText) override;
     QString openFileName(const FileDialogRequest& request) override;
@@ -54,6 +59,8 @@ public:
 
     const std::vector<Shown>& shown() const { return m_shown; }
     std::vector<int> numbers() const;
+    // The texts shown, in order (numbered messages composed with their arguments).
+    QStringList texts() const;
     int lastNumber() const { return m_shown.empty() ? -1 : m_shown.back().number; }
     const std::vector<FileDialogRequest>& fileRequests() const { return m_requests; }
     const QStringList& inputPrompts() const { return m_prompts; }
@@ -75,13 +82,14 @@ private:
 
 // Writes every message to stderr and answers questions for a user who is not there (the
 // command-line tool): the answers it was given, in order, then No (Cancel where the box
-// has no No). Input boxes and file dialogs are cancelled.
+// has no No, and for Retry questions). Input boxes and file dialogs are cancelled.
 class ConsolePrompter : public Prompter {
 public:
     void queueAnswer(Answer a) { m_answers.push_back(a); }
     Answer showMessage(int number, int style, const QString& a1 = {}, const QString& a2 = {},
                        const QString& a3 = {}) override;
     Answer showText(const QString& text, int style) override;
+    Answer askRetry(const QString& text) override;
     std::optional<QString> inputText(const QString&, const QString&, const QString&) override {
         return std::nullopt;
     }

@@ -15,6 +15,8 @@ QString answerName(Answer a) {
         return QStringLiteral("yes");
     case Answer::No:
         return QStringLiteral("no");
+    case Answer::Retry:
+        return QStringLiteral("retry");
     case Answer::None:
         break;
     }
@@ -92,6 +94,18 @@ QString TranscriptPrompter::openFileName(const FileDialogRequest& request) {
 
 QString TranscriptPrompter::saveFileName(const FileDialogRequest& request) {
     return openFileName(request);
+}
+
+Answer TranscriptPrompter::askRetry(const QString& text) {
+    Answer answer = Answer::Cancel;
+    if (!m_answers.empty()) {
+        if (m_answers.front() == Answer::Yes)
+            answer = Answer::Retry;
+        m_answers.pop_front();
+    }
+    m_out << "message: " << escaped(text) << " -> " << answerName(answer) << '\n';
+    m_out.flush();
+    return answer;
 }
 
 QString TranscriptPrompter::existingFolder(const QString& title, const QString&) {

@@ -28,6 +28,8 @@ public:
     QString openFileName(const FileDialogRequest& request) override;
     QString saveFileName(const FileDialogRequest& request) override;
     QString existingFolder(const QString& title, const QString& startDir) override;
+    // Retry when the next answer given is Yes, else Cancel.
+    Answer askRetry(const QString& text) override;
 
     // One line as it is written: line breaks as "\n", backslashes doubled.
     static QString escaped(const QString& text);

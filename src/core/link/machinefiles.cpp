@@ -3,6 +3,7 @@
 #include "base/errorreporter.h"
 #include "base/prompter.h"
 #include "base/tempfolder.h"
+#include "link/memorymap.h"
 #include "link/transfertext.h"
 
 #include <QDir>
@@ -174,6 +175,23 @@ QString transferFileForProgram(const CSteps& program, const CSelections& selout,
     }
     const QString text = NewTempFile(QStringLiteral("VKM"));
     if (text.isEmpty() || !SaveAsTextStep(image, text)) {
+        prompter.showMessage(141, 1);
+        return {};
+    }
+    return text;
+}
+
+QString transferFileForCustomImage(const QByteArray& image, bool fromMachine, Prompter& prompter) {
+    const QString binary = NewTempFile(QStringLiteral("VKM"));
+    QFile f(binary);
+    const bool written = !binary.isEmpty() && f.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
+                         f.write(image) == image.size() && f.flush();
+    f.close();
+    const QString text = NewTempFile(QStringLiteral("VKM"));
+    const qint64 end = fromMachine ? memmap::kCustomStart + memmap::kCustomSize : memmap::kMemorySize;
+    if (!written || text.isEmpty() || !SaveAsText(binary, text, memmap::kCustomStart, end, prompter)) {
+        if (!written)
+            reportError(ErrIO, QStringLiteral("GetFileNameToTransferCustom"));
         prompter.showMessage(141, 1);
         return {};
     }

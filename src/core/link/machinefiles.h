@@ -63,4 +63,11 @@ bool ReadStepData(int eUSRCMP, const QString& sFullFname, CSteps& program, const
 QString transferFileForProgram(const CSteps& program, const CSelections& selout, const CSelections& selinp,
                                Prompter& prompter, const Clock& clock = systemClock());
 
+// Prepares a customisation image for sending: the image in a new VKM temporary file, then
+// its transfer text in a second one, over the customisation area (96 records) when the
+// customisation data came from the machine, over the whole memory (1024 records, of which
+// a customisation write sends those up to 0x1A78) when it came from a disk. Returns the
+// transfer text's path, or "" after message 141 ("Failed o save as text file.").
+QString transferFileForCustomImage(const QByteArray& image, bool fromMachine, Prompter& prompter);
+
 } // namespace vkm

@@ -97,6 +97,39 @@ QString GetStringToCheckSum(const QString& record) {
     return record.mid(1, record.size() - 3);
 }
 
+QList<QByteArray> recordLines(const QByteArray& text) {
+    QList<QByteArray> lines;
+    qsizetype pos = 0;
+    while (pos < text.size()) {
+        qsizetype end = text.indexOf('\n', pos);
+        if (end < 0)
+            end = text.size();
+        QByteArray line = text.mid(pos, end - pos);
+        if (line.endsWith('\r'))
+            line.chop(1);
+        if (line.isEmpty())
+            break;
+        lines << line;
+        pos = end + 1;
+    }
+    return lines;
+}
+
+bool isWRecord(const QByteArray& line, int* address) {
+    if (line.size() != memmap::kRecordLength || line.at(0) != 'W')
+        return false;
+    for (int i = 1; i < memmap::kRecordLength; ++i) {
+        if (hexValue(line.at(i)) < 0)
+            return false;
+    }
+    const int sum = checkSumOf(line.constData() + 1, 20);
+    if (line.at(21) != kHex[sum >> 4] || line.at(22) != kHex[sum & 0xF])
+        return false;
+    if (address)
+        *address = line.mid(1, 4).toInt(nullptr, 16);
+    return true;
+}
+
 QString wRecord(int address, const QByteArray& bytes) {
     if (bytes.size() != memmap::kRecordDataBytes)
         return {};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
 namespace vkm {
@@ -21,6 +22,14 @@ QString HexDigits(qint64 value, int width);
 QString GetCheckSum(const QString& text);
 // The part of a record the checksum covers: without the first character and the last two.
 QString GetStringToCheckSum(const QString& record);
+
+// The lines of a transfer text up to its first empty line (where a reader of the text
+// stops), without their line ends (CR LF or LF).
+QList<QByteArray> recordLines(const QByteArray& text);
+
+// Whether a line (without its line end) is a good W record: "W", 4 address digits and 16
+// data digits in hexadecimal, and the checksum that fits them. *address gets its address.
+bool isWRecord(const QByteArray& line, int* address = nullptr);
 
 // One W record (23 characters, no line end) for eight bytes at address.
 // bytes must hold exactly 8 bytes.

@@ -250,3 +250,25 @@ TEST(MachineFiles, WithoutAPrivateFolderNothingIsNamedOrDeletedElsewhere) {
     TempFolder::instance().recreate();
     EXPECT_TRUE(TempFolder::instance().isValid());
 }
+
+TEST(TransferFile, PreparesACustomisationImageOverTheRangeItCameFrom) {
+    ScriptedPrompter prompter;
+    QByteArray image(768, '\x11');
+    const QString fromMachine = transferFileForCustomImage(image, true, prompter);
+    ASSERT_FALSE(fromMachine.isEmpty());
+    const QByteArray text = readAll(fromMachine);
+    EXPECT_EQ(text.count('\n'), 96);
+    bool ok = false;
+    EXPECT_EQ(parseTransferText(text, prompter, &ok), image);
+
+    // From a disk: the whole memory, the image's bytes first and zeros after them.
+    const QByteArray whole = readAll(transferFileForCustomImage(image, false, prompter));
+    EXPECT_EQ(whole.count('\n'), 1024);
+    EXPECT_EQ(parseTransferText(whole, prompter, &ok), image + QByteArray(8192 - 768, '\0'));
+    EXPECT_TRUE(prompter.shown().empty());
+
+    // A record cut by the image's end cannot be converted.
+    CapturingErrorSink sink;
+    EXPECT_EQ(transferFileForCustomImage(QByteArray(13, '\1'), true, prompter), "");
+    EXPECT_EQ(prompter.numbers(), std::vector<int>{141});
+}

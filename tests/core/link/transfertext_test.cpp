@@ -49,6 +49,14 @@ TEST(TransferText, HexAndChecksum) {
     EXPECT_TRUE(wRecord(0x0100, QByteArray(8, '\0')).endsWith("3E"));
     EXPECT_EQ(wRecord(0x1FF8, QByteArray::fromHex("FFFFFFFFFFFFFFFF")).left(21), "W1FF8FFFFFFFFFFFFFFFF");
     EXPECT_EQ(wRecord(0, QByteArray(7, '\0')), "") << "a record holds exactly eight bytes";
+
+    int address = -1;
+    EXPECT_TRUE(isWRecord("W0300010600000000000035", &address));
+    EXPECT_EQ(address, 0x0300);
+    EXPECT_TRUE(isWRecord("W0300010600000000000035") && !isWRecord("W0300010600000000000036"));
+    EXPECT_FALSE(isWRecord("X0300010600000000000035"));
+    EXPECT_FALSE(isWRecord("W030001060000000000035"));
+    EXPECT_FALSE(isWRecord("W03000106000000000000G5")) << "a checksum digit that is not hexadecimal";
 }
 
 TEST(TransferText, StepImageGives238RecordsOverBothStretches) {
