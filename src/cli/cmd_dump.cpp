@@ -15,9 +15,7 @@ namespace {
 
 // Function names as the editor shows them; a value the catalogue lacks stays visible.
 QString functionText(const CSelections& sels, int kino) {
-    if (const CSelection* e = sels.Item(QString::number(qint16(kino))))
-        return e->Digital;
-    return QLatin1Char('#') + QString::number(quint16(kino));
+    return sels.shownDigital(kino);
 }
 
 QString orCode(const QString& text, int code) {

@@ -9,16 +9,26 @@
 #include "document/editsession.h"
 #include "sheet/stepsheeteditor.h"
 
+#include <QClipboard>
 #include <QFile>
+#include <QGuiApplication>
 
 namespace vkm::cli {
 namespace {
 
-const QString kSynopsis =
-    QStringLiteral("edit [--inputs-first] [--answer yes|no|cancel]... (IN.gsp | --new) OUT.gsp SCRIPT");
+const QString kSynopsis = QStringLiteral(
+    "edit [--inputs-first] [--system-clipboard] [--answer yes|no|cancel]... (IN.gsp | --new) OUT.gsp SCRIPT");
+
+// The desktop's clipboard, for scripts that exchange rows with the editor or other programs.
+class SystemClipboard : public TextClipboard {
+public:
+    QString text() const override { return QGuiApplication::clipboard()->text(); }
+    void setText(const QString& text) override { QGuiApplication::clipboard()->setText(text); }
+};
 
 struct EditArguments {
     bool inputsFirst = false;
+    bool systemClipboard = false;
     std::vector<Answer> answers;
     QString in; // "" for --new
     QString out;
@@ -32,6 +42,8 @@ bool parseArguments(const QStringList& args, EditArguments& a, QString& error) {
         const QString& arg = args[i];
         if (arg == QLatin1String("--inputs-first")) {
             a.inputsFirst = true;
+        } else if (arg == QLatin1String("--system-clipboard")) {
+            a.systemClipboard = true;
         } else if (arg == QLatin1String("--new")) {
             fresh = true;
         } else if (arg == QLatin1String("--answer")) {
@@ -99,6 +111,14 @@ int runEdit(const QStringList& args, CliContext& ctx) {
     StepSheetEditor comparison(ctx.selout(), ctx.selinp(), prompter, true, a.inputsFirst);
     Documents documents(prompter, nullptr, ctx.selout(), ctx.selinp(), user, comparison);
     EditSession session(documents);
+    session.setOutput([&ctx](const QString& line) {
+        ctx.out() << line << '\n';
+        ctx.out().flush();
+    });
+    SystemClipboard systemClipboard;
+    // The script's clipboard is its own unless it asks for the desktop's.
+    if (a.systemClipboard && qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+        user.setClipboard(&systemClipboard);
     EditScript script = stepEditorScript();
     if (!script.read(text, session, error)) {
         ctx.err() << (a.script == QLatin1String("-") ? QStringLiteral("standard input") : a.script) << ": "
@@ -120,10 +140,14 @@ int runEdit(const QStringList& args, CliContext& ctx) {
     return saved ? 0 : 1;
 }
 
+// The desktop's clipboard needs a GUI application on the desktop's platform.
+const DesktopOptionRegistration systemClipboardOption(QStringLiteral("edit"),
+                                                      QStringLiteral("--system-clipboard"));
+
 const CommandRegistration
     reg({QStringLiteral("edit"),
-         QStringLiteral("edit [--inputs-first] [--answer yes|no|cancel]... (IN.gsp | --new) "
-                        "OUT.gsp SCRIPT\n                           edit a program with a "
+         QStringLiteral("edit [--inputs-first] [--system-clipboard] [--answer yes|no|cancel]... (IN.gsp | "
+                        "--new) OUT.gsp SCRIPT\n                           edit a program with a "
                         "script of editor actions and save it"),
          runEdit});
 

@@ -32,4 +32,13 @@ struct GuiCommandRegistration {
     explicit GuiCommandRegistration(const QString& name) { guiCommands().insert(name); }
 };
 
+// Options that need a service of the desktop (its clipboard): a command given one of them
+// runs under a GUI application on the desktop's own platform when there is a display.
+std::set<std::pair<QString, QString>>& desktopOptions(); // {command, option}
+struct DesktopOptionRegistration {
+    DesktopOptionRegistration(const QString& command, const QString& option) {
+        desktopOptions().insert({command, option});
+    }
+};
+
 } // namespace vkm::cli

@@ -18,6 +18,10 @@ std::set<QString>& guiCommands() {
     static std::set<QString> names;
     return names;
 }
+std::set<std::pair<QString, QString>>& desktopOptions() {
+    static std::set<std::pair<QString, QString>> options;
+    return options;
+}
 } // namespace vkm::cli
 
 static int usage(QTextStream& s) {
@@ -47,11 +51,24 @@ static QString commandName(int argc, char** argv) {
     return {};
 }
 
+// Whether the command is given an option that needs the desktop.
+static bool desktopOptionGiven(const QString& command, int argc, char** argv) {
+    for (int i = 1; i < argc; ++i)
+        if (desktopOptions().count({command, QString::fromLocal8Bit(argv[i])}))
+            return true;
+    return false;
+}
+
 int main(int argc, char** argv) {
     std::unique_ptr<QCoreApplication> application;
-    if (guiCommands().count(commandName(argc, argv))) {
-        // No window is ever shown: draw off screen, with or without a display.
-        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    const QString command = commandName(argc, argv);
+    const bool desktop = desktopOptionGiven(command, argc, argv);
+    if (guiCommands().count(command) || desktop) {
+        // No window is ever shown: draw off screen, with or without a display, unless the
+        // desktop's services are wanted and there is a desktop.
+        const bool display =
+            !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !(desktop && display))
             qputenv("QT_QPA_PLATFORM", "offscreen");
         application = std::make_unique<QGuiApplication>(argc, argv);
     } else {

@@ -225,6 +225,14 @@ QString CSelections::GetSelection(int value) const {
     return m_entries[std::size_t(*it)].Selection;
 }
 
+QString CSelections::shownDigital(int value) const {
+    const auto v = asFunctionValue(value);
+    if (v && hasValue(*v))
+        if (const CSelection* e = Item(QString::number(*v)))
+            return e->Digital;
+    return QLatin1Char('#') + QString::number(quint16(value));
+}
+
 bool CSelections::hasValue(int value) const {
     const auto v = asFunctionValue(value);
     return v && m_dicValue.contains(QString::number(*v));

@@ -47,6 +47,10 @@ public:
     void MinMaxByDigital(const QString& sCategory, const QString& sDigital, qint32& lMin, qint32& lMax) const;
     QString GetSelection(int value) const;
 
+    // The digital text of the entry with this value; for a value no entry has, "#" and the
+    // value as an unsigned 16-bit number, so that it stays visible as what it is.
+    QString shownDigital(int value) const;
+
     // True when some entry has this value (dicValue).
     bool hasValue(int value) const;
     // Categories in the order of their first entry.

@@ -135,6 +135,7 @@ EditScript stepEditorScript() {
     EditScript script;
     addCellVerbs(script);
     addDocumentVerbs(script);
+    addRowVerbs(script);
     return script;
 }
 

@@ -54,9 +54,11 @@ private:
 };
 
 // The verbs of the step editor window: type, space, delete, choose (cells) and undo,
-// author, password, memo (the document). Row commands come as verbs of their own.
+// redo, author, password, memo (the document). Row commands come as verbs of their own.
 void addCellVerbs(EditScript& script);
 void addDocumentVerbs(EditScript& script);
+// copy, cut, paste, insert, rem, clear-rem, find, replace and the clipboard's file verbs.
+void addRowVerbs(EditScript& script);
 // A script that knows every verb of the step editor window.
 EditScript stepEditorScript();
 

@@ -16,6 +16,7 @@ EditSession::EditSession(Documents& documents) : m_documents(documents) {
     };
     hooks.changed = [&doc] { doc.setChanged(true); };
     hooks.snapshot = [&doc] { doc.SaveCurrent(); };
+    hooks.cellEdited = [&doc](const QByteArray& cellsBefore) { doc.recordCellEdit(cellsBefore); };
     editor().setHooks(std::move(hooks));
 }
 
@@ -61,6 +62,11 @@ bool EditSession::enterMemo(const QString& memo) {
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"))
         .replace(QLatin1Char('\n'), QLatin1String("\r\n"));
     return document().storeMemoWindow(text, m_documents.userProgram().MemoFile);
+}
+
+void EditSession::print(const QString& line) const {
+    if (m_output)
+        m_output(line);
 }
 
 bool EditSession::save(const QString& path) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <optional>
 
 namespace vkm {
@@ -40,10 +41,15 @@ public:
     bool enterMemo(const QString& memo);
     // The editor's save to path (no dialog).
     bool save(const QString& path);
+    // A line of the session's own output (what a search found, a file that could not be
+    // written), beside the messages the prompter prints.
+    void setOutput(std::function<void(const QString& line)> output) { m_output = std::move(output); }
+    void print(const QString& line) const;
 
 private:
     Documents& m_documents;
     std::optional<int> m_nextChoice;
+    std::function<void(const QString&)> m_output;
 };
 
 } // namespace vkm

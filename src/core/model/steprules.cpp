@@ -44,8 +44,12 @@ bool isCounterStep(const CStepInps& inps, const CSelections& selinp) {
     return first && isCounterStep(qint16(first->Kino), selinp);
 }
 
+bool isSwitchedCategory(const QString& category) {
+    return category == cat::IN || category == cat::OUT || category == cat::RGST;
+}
+
 bool delayIsHalved(const QString& category, int delayKind) {
-    return delayKind == DelayTimer && (category == cat::IN || category == cat::OUT || category == cat::RGST);
+    return delayKind == DelayTimer && isSwitchedCategory(category);
 }
 
 qint64 shownDelay(qint64 stored, const QString& category, int delayKind) {

@@ -21,6 +21,10 @@ bool isBranchCategory(const QString& category);
 // SUB 9, JMP 3, CALL 10, RETURN 11; -1 for every other category.
 int flowLogic(const QString& category);
 
+// Inputs, outputs and registers: the functions a step switches on and off (logic LOW,
+// HIGH or NOT), which alone can be driven as a pulse.
+bool isSwitchedCategory(const QString& category);
+
 // The machine counts the TIMER delay of a plain output or register in units of two: the
 // step keeps half of the value the user sees and types.
 bool delayIsHalved(const QString& category, int delayKind);

@@ -10,6 +10,8 @@
 #include "sheet/sheetcontext.h"
 #include "sheet/sheetqueries.h"
 
+#include <QScopedValueRollback>
+
 namespace vkm {
 
 namespace {
@@ -19,6 +21,20 @@ constexpr int kRemarkBytes = 20;
 CellEntry::CellEntry(SheetContext& context, const SheetQueries& queries, CellRules& rules,
                      CellClearing& clearing)
     : m_ctx(context), m_sheet(context.sheet), m_q(queries), m_rules(rules), m_clearing(clearing) {}
+
+void CellEntry::beginEdit() {
+    m_editPending = !m_replacing && !m_ctx.comparison && m_ctx.hooks.cellEdited;
+    if (m_editPending)
+        m_cellsBefore = m_sheet.saveCells();
+}
+
+void CellEntry::markChanged() {
+    if (m_editPending) {
+        m_editPending = false;
+        m_ctx.hooks.cellEdited(m_cellsBefore);
+    }
+    m_ctx.setChanged();
+}
 
 bool CellEntry::CheckEditable(int row, int col) {
     if (!m_rules.DoesCannotEdit(row, col))
@@ -102,6 +118,15 @@ StartEditResult CellEntry::fg_StartEdit(int row, int col) {
 ValidateResult CellEntry::fg_ValidateEdit(int row, int col, const QString& text) {
     if (m_ctx.comparison || !StepSheet::isStepRow(row) || col < 1)
         return {false, m_sheet.text(row, col)};
+    beginEdit();
+    ValidateResult result = validateByKind(row, col, text);
+    // An accepted edit stays open for fg_AfterEdit, which may still change the flag.
+    if (!result.accepted)
+        endEdit();
+    return result;
+}
+
+ValidateResult CellEntry::validateByKind(int row, int col, const QString& text) {
     switch (m_sheet.colKind(col)) {
     case KindOutKino:
     case KindInpKino:
@@ -124,7 +149,8 @@ void CellEntry::fg_AfterEdit(int row, int col) {
     if (m_ctx.comparison || !StepSheet::isStepRow(row))
         return;
     if (m_sheet.text(row, col) != m_textBefore)
-        m_ctx.setChanged();
+        markChanged();
+    endEdit();
     m_rules.SprashThisRow(row);
     if (m_ctx.hooks.pulseRefresh)
         m_ctx.hooks.pulseRefresh(row);
@@ -187,7 +213,7 @@ ValidateResult CellEntry::validateFunction(int row, int col, const QString& uppe
         // Emptying a function cell takes its group with it, as the Delete key does.
         if (!stored.isEmpty()) {
             m_clearing.ResetThisColBlock(row, col);
-            m_ctx.setChanged();
+            markChanged();
         }
         return {true, QString()};
     }
@@ -300,7 +326,7 @@ void CellEntry::writeCounterOperand(int row, int col, const QString& number) {
     m_sheet.setCell(row, col, text, QString());
     closeAddingCounterRow(row, col);
     m_rules.SprashThisRow(row);
-    m_ctx.setChanged();
+    markChanged();
 }
 
 bool CellEntry::CanInputOut(int row, int col, int value) {
@@ -346,7 +372,7 @@ bool CellEntry::UpdateKinoOutInp(int row, int col, const QString& category, int 
     if (kindChanged && output && isFlowCategory(category))
         m_sheet.setText(row, col + 1, QString::number(flowLogic(category)));
     m_rules.SprashThisRow(row);
-    m_ctx.setChanged();
+    markChanged();
     if (m_ctx.hooks.functionChanged)
         m_ctx.hooks.functionChanged(row, col);
     return true;
@@ -362,6 +388,7 @@ bool CellEntry::SpaceOp(int row, int col) {
     for (int i = 1; i <= 10; ++i) {
         const QString candidate = QString::number(((from + i) % 10 + 10) % 10);
         if (CellRules::listHasValue(start.comboList, candidate)) {
+            beginEdit();
             m_sheet.setText(row, col, candidate);
             fg_AfterEdit(row, col);
             return true;
@@ -389,11 +416,29 @@ F2Result CellEntry::F2InputOp(int row, int col) {
         return result;
     // The chosen function goes through the same rules as a typed one, with its category
     // known (a shared display text must not ask again).
-    const QString newCategory = sels.CategoryByValue(qint16(*chosen));
-    const bool ok = output ? UpdateKinoOutInp(row, col, newCategory, *chosen)
-                           : acceptInput(row, col, newCategory, *chosen).accepted;
+    beginEdit();
+    const bool ok = writeFunction(row, col, sels.CategoryByValue(qint16(*chosen)), *chosen);
+    endEdit();
     result.action = ok ? F2Action::FunctionWritten : F2Action::Nothing;
     return result;
+}
+
+bool CellEntry::writeFunction(int row, int col, const QString& category, int value) {
+    return m_sheet.isOutputCol(col) ? UpdateKinoOutInp(row, col, category, value)
+                                    : acceptInput(row, col, category, value).accepted;
+}
+
+bool CellEntry::putFunction(int row, int col, const QString& digital, const QString& category) {
+    const int kind = m_sheet.colKind(col);
+    const QString upper = digital.trimmed().toUpper();
+    if (m_ctx.comparison || !StepSheet::isStepRow(row) || upper.isEmpty() ||
+        (kind != KindOutKino && kind != KindInpKino))
+        return false;
+    const CSelections& sels = kind == KindOutKino ? m_ctx.selout : m_ctx.selinp;
+    const QScopedValueRollback replacing(m_replacing, true);
+    if (category.isEmpty() || !sels.categoriesOfDigital(upper).contains(category))
+        return fg_ValidateEdit(row, col, upper).accepted;
+    return writeFunction(row, col, category, sels.ValueByDigital(category, upper));
 }
 
 StartEditResult CellEntry::typeCharacter(int row, int col, QChar ch) {

@@ -61,20 +61,35 @@ public:
     bool ExactJyosu(int row, int col, const QString& text);
     // Puts function (category, value) into a function cell and makes the row follow.
     bool UpdateKinoOutInp(int row, int col, const QString& category, int value);
+    // A function named by its display text put into a function cell through the rules of
+    // a typed one (what a replacement in the find window and the renumbering of step
+    // references do). A category the catalogue holds for the text is kept; an empty one
+    // is chosen as for a typed name. False, with the rules' message, when refused.
+    bool putFunction(int row, int col, const QString& digital, const QString& category);
     bool CanInputOut(int row, int col, int value);
     // side 1 input (counter or not), 2 output (same category).
     static bool DoesSameCaegory(int side, const QString& oldCategory, const QString& newCategory);
 
 private:
+    ValidateResult validateByKind(int row, int col, const QString& text);
     ValidateResult validateFunction(int row, int col, const QString& text);
     ValidateResult validateRemark(int row, int col, const QString& text);
     ValidateResult validateDelay(int row, int col, const QString& text);
     ValidateResult validateCombo(int row, int col, const QString& text);
     ValidateResult acceptInput(int row, int col, const QString& category, int value);
+    // A function of known category into a cell: an output as it is, an input through the
+    // rules of its group.
+    bool writeFunction(int row, int col, const QString& category, int value);
     bool counterOperandCellOk(int row, int col);
     bool startEditRelation(int row, int col);
     void writeCounterOperand(int row, int col, const QString& number);
     void closeAddingCounterRow(int row, int col);
+    // An edit of one cell begins: the sheet as it is now is what undoing the edit gives
+    // back. Changes made for a replacement (which took its own snapshot) record nothing.
+    void beginEdit();
+    void endEdit() { m_editPending = false; }
+    // Sets the changed flag; the first change of an edit records the sheet before it.
+    void markChanged();
 
     SheetContext& m_ctx;
     StepSheet& m_sheet;
@@ -82,6 +97,9 @@ private:
     CellRules& m_rules;
     CellClearing& m_clearing;
     QString m_textBefore;
+    QByteArray m_cellsBefore;
+    bool m_editPending = false;
+    bool m_replacing = false;
 };
 
 } // namespace vkm

@@ -111,6 +111,15 @@ bool CellRules::listHasValue(const QString& list, const QString& value) {
            forEachEntry(list, [&](const QString& v, const QString&) { return v == value; });
 }
 
+std::vector<std::pair<QString, QString>> CellRules::listEntries(const QString& list) {
+    std::vector<std::pair<QString, QString>> entries;
+    forEachEntry(list, [&](const QString& value, const QString& name) {
+        entries.emplace_back(value, name);
+        return false;
+    });
+    return entries;
+}
+
 QString CellRules::comboName(int row, int col) const {
     const QString value = m_sheet.text(row, col);
     QString name;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QString>
+#include <utility>
+#include <vector>
 
 namespace vkm {
 
@@ -37,6 +39,8 @@ public:
     // "[v]name " per entry: the hint's form of a list.
     static QString CreateInpList(const QString& list);
     static bool listHasValue(const QString& list, const QString& value);
+    // The (value, name) entries of a list, in order.
+    static std::vector<std::pair<QString, QString>> listEntries(const QString& list);
     // Name of a combo cell's value ("" when no list names it).
     QString comboName(int row, int col) const;
     // What the grid shows in a cell: the name of a code, otherwise the text itself.

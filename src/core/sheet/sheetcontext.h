@@ -1,7 +1,9 @@
 #pragma once
 
+#include "base/settingkeys.h"
 #include "catalogue/choosecategory.h"
 #include "sheet/stepsheet.h"
+#include "sheet/textclipboard.h"
 
 #include <functional>
 #include <optional>
@@ -22,7 +24,16 @@ struct EditorHooks {
     std::function<void()> changed;             // sets the document's IsChanged
     std::function<void(int row)> pulseRefresh; // after an edit: refresh (or open) the pulse editor
     std::function<void(int row, int col)> functionChanged; // tells an open find window
-    std::function<void()> snapshot;                        // takes an undo snapshot before a block is cleared
+    std::function<void()> snapshot; // takes an undo snapshot before rows or a block change
+    // An accepted edit of one cell (typed, chosen in a list or the selection dialog)
+    // changed the sheet: cellsBefore is the sheet as the edit found it (saveCells), once
+    // per edit, before the changed flag is set.
+    std::function<void(const QByteArray& cellsBefore)> cellEdited;
+    // An option of the settings store, read when it is needed (the key's default when empty).
+    std::function<bool(const BoolKey& key)> option;
+    // Asks whether a function is replaced by another (renumbering step references): 1 Yes,
+    // 2 No, 3 All Yes, 4 All No. Empty: the Yes/No question of message 84.
+    std::function<int(const QString& oldDigital, const QString& newDigital)> confirmReplace;
 };
 
 // What the rule classes of one editor window share: the sheet, the two catalogues, the
@@ -39,6 +50,12 @@ struct SheetContext {
         if (hooks.changed)
             hooks.changed();
     }
+    void takeSnapshot() const {
+        if (hooks.snapshot)
+            hooks.snapshot();
+    }
+    bool option(const BoolKey& key) const { return hooks.option ? hooks.option(key) : key.defaultValue; }
+    TextClipboard& clipboard() const { return externalClipboard ? *externalClipboard : ownClipboard; }
 
     StepSheet sheet;
     const CSelections& selout;
@@ -46,6 +63,10 @@ struct SheetContext {
     Prompter& prompter;
     const bool comparison;
     EditorHooks hooks;
+    // The clipboard copied cells go to: the window's (the system's), else one of the
+    // editor's own.
+    TextClipboard* externalClipboard = nullptr;
+    mutable MemoryClipboard ownClipboard;
 };
 
 } // namespace vkm

@@ -74,9 +74,7 @@ void SheetConversion::DoGyoMuko(int row, bool disable) {
 }
 
 void SheetConversion::ClearAllRem() {
-    StepSheet::Batch batch(m_sheet);
-    for (int r = StepSheet::kFirstStepRow; r <= StepSheet::kLastStepRow; ++r)
-        m_sheet.setRowDisabled(r, false);
+    m_sheet.enableAllRows();
 }
 
 qint32 SheetConversion::GetDelayToSave(int row, int outKinoCol) const {

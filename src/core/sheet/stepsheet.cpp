@@ -91,6 +91,12 @@ void StepSheet::setRowDisabled(int row, bool disabled) {
     touch(row, 0, row, kCols - 1);
 }
 
+void StepSheet::enableAllRows() {
+    Batch batch(*this);
+    for (int r = kFirstStepRow; r <= kLastStepRow; ++r)
+        setRowDisabled(r, false);
+}
+
 quint32 StepSheet::backColor(int row, int col) const {
     if (row == 0) {
         if (isOutputCol(col))

@@ -45,6 +45,7 @@ public:
     // Row disable --------------------------------------------------------------
     bool isRowDisabled(int row) const;
     void setRowDisabled(int row, bool disabled);
+    void enableAllRows();
     // What a cell is painted with (header colours in row 0, the disabled colour in a
     // disabled row from column 1 on).
     quint32 backColor(int row, int col) const;

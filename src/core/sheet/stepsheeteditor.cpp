@@ -6,7 +6,10 @@ StepSheetEditor::StepSheetEditor(const CSelections& selout, const CSelections& s
                                  bool isComparison, bool locateInpFirst, EditorHooks hooks)
     : m_ctx(selout, selinp, prompter, isComparison, locateInpFirst), m_queries(m_ctx),
       m_rules(m_ctx, m_queries), m_clearing(m_ctx, m_queries, m_rules),
-      m_entry(m_ctx, m_queries, m_rules, m_clearing), m_conversion(m_ctx, m_queries, m_rules) {
+      m_entry(m_ctx, m_queries, m_rules, m_clearing), m_conversion(m_ctx, m_queries, m_rules),
+      m_rowClipboard(m_ctx, m_queries, m_rules), m_references(m_ctx, m_queries, m_entry),
+      m_rows(m_ctx, m_queries, m_clearing, m_rowClipboard, m_references), m_finder(m_ctx, m_queries, m_entry),
+      m_pulse(m_ctx, m_queries, m_rules) {
     m_ctx.hooks = std::move(hooks);
 }
 

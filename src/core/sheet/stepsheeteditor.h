@@ -3,18 +3,25 @@
 #include "sheet/cellclearing.h"
 #include "sheet/cellentry.h"
 #include "sheet/cellrules.h"
+#include "sheet/functionfinder.h"
+#include "sheet/pulsepair.h"
+#include "sheet/rowclipboard.h"
+#include "sheet/rowoperations.h"
 #include "sheet/sheetchecks.h"
 #include "sheet/sheetcontext.h"
 #include "sheet/sheetconversion.h"
 #include "sheet/sheetqueries.h"
+#include "sheet/stepreferences.h"
 
 namespace vkm {
 
 // One step editor window's sheet with the rules that work on it, each concern a class of
 // its own: questions about cells and rows (queries), what cells offer and the "***" cells
 // (rules), entering a cell (entry), clearing cells (clearing), program and sheet into each
-// other (conversion) and the checks before a program leaves the editor. Messages go
-// through the prompter; nothing here touches a widget.
+// other (conversion), the checks before a program leaves the editor, copy and paste
+// (clipboard), row commands (rows) with the renumbering of step references (references),
+// find and replace (finder) and pulse pairs (pulse). Messages go through the prompter;
+// nothing here touches a widget.
 class StepSheetEditor {
 public:
     StepSheetEditor(const CSelections& selout, const CSelections& selinp, Prompter& prompter,
@@ -38,6 +45,15 @@ public:
     CellClearing& clearing() { return m_clearing; }
     SheetConversion& conversion() { return m_conversion; }
     const SheetConversion& conversion() const { return m_conversion; }
+    RowClipboard& rowClipboard() { return m_rowClipboard; }
+    StepReferences& references() { return m_references; }
+    RowOperations& rows() { return m_rows; }
+    FunctionFinder& finder() { return m_finder; }
+    PulsePair& pulse() { return m_pulse; }
+    const PulsePair& pulse() const { return m_pulse; }
+    // The clipboard copies go to (nullptr: one of the editor's own). Not owned.
+    void setClipboard(TextClipboard* clipboard) { m_ctx.externalClipboard = clipboard; }
+    TextClipboard& clipboard() const { return m_ctx.clipboard(); }
 
     // The checks before a program leaves the editor; the failing one selects its cell
     // and shows its message.
@@ -52,6 +68,11 @@ private:
     CellClearing m_clearing;
     CellEntry m_entry;
     SheetConversion m_conversion;
+    RowClipboard m_rowClipboard;
+    StepReferences m_references;
+    RowOperations m_rows;
+    FunctionFinder m_finder;
+    PulsePair m_pulse;
     CheckFailure m_lastFailure;
 };
 
