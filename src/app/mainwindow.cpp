@@ -1,12 +1,18 @@
 #include "mainwindow.h"
 
+#include "applicationrestart.h"
 #include "base/messages.h"
+#include "base/prompter.h"
 #include "base/settings.h"
 #include "fsetport.h"
+#include "stepeditorwindow.h"
+#include "steptoolbar.h"
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QIcon>
+#include <QLayout>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -29,6 +35,8 @@ MainWindow::MainWindow(Settings* settings, QWidget* parent)
     setWindowTitle(caption());
     m_mdi->setObjectName(QStringLiteral("mdiArea"));
     setCentralWidget(m_mdi);
+    m_restart = [] { ApplicationRestart::request(); };
+    buildMenus();
     buildToolBar();
 }
 
@@ -55,10 +63,13 @@ void MainWindow::buildToolBar() {
 
     connect(addToolButton(QStringLiteral("keyCLOSE"), QStringLiteral("keyCLOSE"), 194), &QAction::triggered,
             this, &QWidget::close);
-    buildOptionMenu(addToolButton(QStringLiteral("keyOption"), QStringLiteral("keyOption"), 195));
-    // The easy customisation arrives with its own window; until then the button keeps its
-    // place but cannot be pressed.
-    addToolButton(QStringLiteral("keyCUSTOMIZEEASY"), QStringLiteral("keyCUSTOMIZE"), 492)->setEnabled(false);
+    connect(addToolButton(QStringLiteral("keyOption"), QStringLiteral("keyOption"), 195), &QAction::triggered,
+            this, &MainWindow::popUpOptionMenu);
+    connect(addToolButton(QStringLiteral("keyCUSTOMIZEEASY"), QStringLiteral("keyCUSTOMIZE"), 492),
+            &QAction::triggered, this, [this] {
+                if (m_customizeEasy)
+                    m_customizeEasy(4);
+            });
     m_toolBar->addSeparator()->setObjectName(QStringLiteral("keySEPARATOR1"));
     connect(addToolButton(QStringLiteral("keyWARRANGE"), QStringLiteral("keyWARRANGE"), 196),
             &QAction::triggered, this, &MainWindow::tileHorizontally);
@@ -67,19 +78,120 @@ void MainWindow::buildToolBar() {
     showButtonCaptions(captions);
 }
 
-void MainWindow::buildOptionMenu(QAction* option) {
-    auto* menu = new QMenu(this);
-    menu->setObjectName(QStringLiteral("mnuOptionContent"));
-    // The editing options join this menu with their settings page; the port is set here.
-    QAction* port = menu->addAction(LoadMessageText(567));
-    port->setObjectName(QStringLiteral("mnuOptionContent6"));
+QAction* MainWindow::addToggle(QMenu* menu, int captionText, const BoolKey& key, const QString& name,
+                               bool view) {
+    QAction* item = menu->addAction(LoadMessageText(captionText));
+    item->setObjectName(name);
+    item->setCheckable(true);
+    m_itemKeys.insert(item, &key);
+    // The check mark follows the setting, never the click itself: the setting is read,
+    // negated and written, and the mark set from what was written.
+    connect(item, &QAction::triggered, this, [this, &key, view] { toggle(key, view); });
+    return item;
+}
+
+void MainWindow::buildMenus() {
+    m_optionMenu = new QMenu(this);
+    m_optionMenu->setObjectName(QStringLiteral("mnuOptionContent"));
+    m_viewMenu = m_optionMenu->addMenu(LoadMessageText(355));
+    m_viewMenu->setObjectName(QStringLiteral("mnuViewContent"));
+    const std::pair<int, const BoolKey*> view[] = {{197, &keys::DoesViewRemarkColumn},
+                                                   {198, &keys::DoesViewButtonCaption},
+                                                   {199, &keys::DoesViewInputMethod}};
+    for (const auto& [text, key] : view)
+        m_viewItems << addToggle(m_viewMenu, text, *key,
+                                 QStringLiteral("mnuViewContent%1").arg(m_viewItems.size() + 1), true);
+
+    const auto name = [this] { return QStringLiteral("mnuOptionContent%1").arg(m_optionItems.size() + 1); };
+    m_optionItems << addToggle(m_optionMenu, 350, keys::DoesReplaceFunction, name(), false);
+    m_optionItems << addToggle(m_optionMenu, 351, keys::DoesAskInReplacing, name(), false);
+    // Option 3 changes how the grid is built: it is not a plain toggle.
+    QAction* locate = m_optionMenu->addAction(LoadMessageText(445));
+    locate->setObjectName(name());
+    locate->setCheckable(true);
+    connect(locate, &QAction::triggered, this, [this] { LocateInpFirstOption(); });
+    m_optionItems << locate;
+    m_optionItems << addToggle(m_optionMenu, 541, keys::DoesShowMsgInFinding, name(), false);
+    m_optionItems << addToggle(m_optionMenu, 542, keys::DoesShowPulseAutomatic, name(), false);
+    QAction* port = m_optionMenu->addAction(LoadMessageText(567));
+    port->setObjectName(name());
     connect(port, &QAction::triggered, this, [this] {
         fSetPort dialog(m_settings, this);
         dialog.exec();
     });
-    option->setMenu(menu);
-    if (auto* button = qobject_cast<QToolButton*>(m_toolBar->widgetForAction(option)))
-        button->setPopupMode(QToolButton::InstantPopup);
+    m_optionItems << port;
+}
+
+void MainWindow::CheckOptionMenu() {
+    for (auto it = m_itemKeys.cbegin(); it != m_itemKeys.cend(); ++it)
+        it.key()->setChecked(m_settings ? m_settings->value(*it.value()) : it.value()->defaultValue);
+    optionItem(3)->setChecked(m_settings ? m_settings->value(keys::DoesLocateInpFirst)
+                                         : keys::DoesLocateInpFirst.defaultValue);
+}
+
+QPoint MainWindow::GetMenuPos() const {
+    // The toolbar always shows the option button; were it hidden, the menu would open at
+    // the toolbar's bottom-left corner.
+    const QWidget* button = m_toolBar->widgetForAction(toolAction(QStringLiteral("keyOption")));
+    const int left = button && button->isVisible() ? button->x() : 0;
+    return m_toolBar->mapToGlobal(QPoint(left, m_toolBar->height()));
+}
+
+void MainWindow::popUpOptionMenu() {
+    CheckOptionMenu();
+    m_optionMenu->popup(GetMenuPos());
+}
+
+void MainWindow::toggle(const BoolKey& key, bool view) {
+    if (m_settings)
+        m_settings->set(key, !m_settings->value(key));
+    CheckOptionMenu();
+    // The editing options are read whenever they are needed; the view options change what
+    // the editors show now.
+    if (view)
+        applyViewOptions();
+}
+
+QList<StepEditorWindow*> MainWindow::editors() const {
+    return findChildren<StepEditorWindow*>();
+}
+
+void MainWindow::UpdateButtonDisplay(StepEditorWindow& editor) {
+    editor.ShowButtonCaption(!m_settings || m_settings->value(keys::DoesViewButtonCaption));
+    // The toolbar's new height is taken now, not at the next pass of the event loop, so that
+    // the grid and the hint pane are in their places when the option returns.
+    QCoreApplication::sendPostedEvents(editor.toolBar(), QEvent::LayoutRequest);
+    if (QLayout* layout = editor.layout()) {
+        layout->invalidate();
+        layout->activate();
+    }
+}
+
+void MainWindow::applyViewOptions() {
+    const bool captions = !m_settings || m_settings->value(keys::DoesViewButtonCaption);
+    const bool hint = !m_settings || m_settings->value(keys::DoesViewInputMethod);
+    showButtonCaptions(captions);
+    for (StepEditorWindow* editor : editors()) {
+        editor->ControlRemarkColumn();
+        UpdateButtonDisplay(*editor);
+        // The comparison program cannot be typed into: it never shows the input method.
+        editor->setHintVisible(hint && !editor->isComparison());
+    }
+}
+
+void MainWindow::LocateInpFirstOption() {
+    CheckOptionMenu(); // the click does not decide the mark
+    if (m_prompter)
+        m_prompter->showMessage(113, 2);
+    if (m_canClose && !m_canClose())
+        return;
+    if (m_settings)
+        m_settings->set(keys::DoesLocateInpFirst, !m_settings->value(keys::DoesLocateInpFirst));
+    CheckOptionMenu();
+    // The new column order is built at the next start: the application closes and, once
+    // it has closed, starts again.
+    if (close() && m_restart)
+        m_restart();
 }
 
 void MainWindow::showButtonCaptions(bool visible) {

@@ -127,6 +127,11 @@ const QHash<int, QString>& textTable() {
         {547, "Open"},
         {548, "Font size"},
         {567, "&7  COM Port setting"},
+        // Hold modes of a customisable output, codes 0 to 3 (M, C, A, T).
+        {689, "M: momentary. The output follows its function."},
+        {690, "C: continuous. The output stays on until it is reset."},
+        {691, "A: alternate. Each signal turns the output on or off in turn."},
+        {692, "T: timed. The output stays on for the set time."},
     };
     return table;
 }

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "custom/customfield.h"
+
 #include <QString>
+#include <vector>
 
 namespace vkm {
 
@@ -34,6 +37,12 @@ struct CCustomInp {
     qint32 RSFResetAdrs = -1;
     quint8 RSFResetBit = 0;
     qint32 RSFResetStcAdrs = -1;
+
+    // Where and how each value property lives in the image, in the order of the
+    // description properties.
+    static const std::vector<ValueField<CCustomInp>>& valueFields();
+    // The value properties by name, Kino first.
+    std::vector<TerminalValue> valueProperties() const { return listTerminalValues(*this, valueFields()); }
 
     quint8 Kino = 0;
     quint8 Logic = 0;

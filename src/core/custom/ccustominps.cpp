@@ -60,4 +60,34 @@ bool CCustomInps::readLines(const QByteArray& content) {
     return addLines(content, &parseLine, kProc);
 }
 
+const std::vector<ValueField<CCustomInp>>& CCustomInp::valueFields() {
+    using T = CCustomInp;
+    using R = FieldRule;
+    static const std::vector<ValueField<T>> fields = {
+        {"Kino", R::Function, &T::KinoAdrs, nullptr, &T::Kino},
+        {"Logic", R::Logic, &T::LogicAdrs, &T::LogicBit, &T::Logic},
+        {"Alt", R::Flag, &T::AltAdrs, &T::AltBit, &T::Alt},
+        {"Dosa", R::Code, &T::DosaAdrs, &T::DosaBit, &T::Dosa},
+        {"IgnoreI1", R::Flag, &T::IgnoreI1Adrs, &T::IgnoreI1Bit, &T::IgnoreI1},
+        {"Al", R::Flag, &T::AlAdrs, &T::AlBit, &T::Al},
+        {"RSFDosaClear", R::Flag, &T::RSFDosaClearAdrs, &T::RSFDosaClearBit, &T::RSFDosaClear},
+        {"RSFDosaDelay", R::Byte, &T::RSFDosaDelayAdrs, nullptr, &T::RSFDosaDelay},
+        {"DengenOn", R::Flag, &T::DengenOnAdrs, &T::DengenOnBit, &T::DengenOn},
+        {"Untenoff", R::Flag, &T::UntenoffAdrs, &T::UntenoffBit, &T::Untenoff},
+        {"Tome", R::Flag, &T::TomeAdrs, &T::TomeBit, &T::Tome},
+        {"RSFSet", R::Code, &T::RSFSetAdrs, &T::RSFSetBit, &T::RSFSet},
+        {"RSFReset", R::Code, &T::RSFResetAdrs, &T::RSFResetBit, &T::RSFReset},
+        {"RSFResetStc", R::Byte, &T::RSFResetStcAdrs, nullptr, &T::RSFResetStc},
+    };
+    return fields;
+}
+
+bool CCustomInps::ReadData(const QByteArray& image) {
+    return readValues(image, QStringLiteral("ReadData"));
+}
+
+bool CCustomInps::SaveCustomizeData(QByteArray& image) const {
+    return writeValues(image, QStringLiteral("SaveCustomizeData(input)"));
+}
+
 } // namespace vkm

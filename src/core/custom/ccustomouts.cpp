@@ -1,6 +1,7 @@
 #include "custom/ccustomouts.h"
 
 #include "base/errorreporter.h"
+#include "base/messages.h"
 #include "custom/customfield.h"
 
 namespace vkm {
@@ -50,6 +51,32 @@ bool CCustomOuts::readLines(const QByteArray& content) {
     return addLines(content, &parseLine, kProc);
 }
 
+const std::vector<ValueField<CCustomOut>>& CCustomOut::valueFields() {
+    using T = CCustomOut;
+    using R = FieldRule;
+    static const std::vector<ValueField<T>> fields = {
+        {"Kino", R::Function, &T::KinoAdrs, nullptr, &T::Kino},
+        {"Logic", R::Logic, &T::LogicAdrs, &T::LogicBit, &T::Logic},
+        {"Chop", R::Flag, &T::ChopAdrs, &T::ChopBit, &T::Chop},
+        {"KyoseiOff", R::Flag, &T::KyoseiOffAdrs, &T::KyoseiOffBit, &T::KyoseiOff},
+        {"OffDelay", R::Unplaced, nullptr, nullptr, &T::OffDelay},
+        {"OnDelay", R::Byte, &T::OnDelayAdrs, nullptr, &T::OnDelay},
+        {"ChopDuty", R::Code, &T::ChopDutyAdrs, &T::ChopDutyBit, &T::ChopDuty},
+        {"Zenpa", R::Code, &T::ZenpaAdrs, &T::ZenpaBit, &T::Zenpa},
+        {"Hoji", R::Code, &T::HojiAdrs, &T::HojiBit, &T::Hoji},
+        {"FUM", R::Byte, &T::FUMAdrs, nullptr, &T::FUM},
+    };
+    return fields;
+}
+
+bool CCustomOuts::ReadData(const QByteArray& image) {
+    return readValues(image, QStringLiteral("ReadData(output)"));
+}
+
+bool CCustomOuts::SaveCustomizeData(QByteArray& image) const {
+    return writeValues(image, QStringLiteral("SaveCustomizeData(output)"));
+}
+
 namespace {
 // Chop duty codes: on and off times of the chopped output, as the machine's display
 // abbreviates them and as the long help text states them.
@@ -60,8 +87,8 @@ const char* const kChopDuty2[] = {"2ms=ON, 4ms=OFF, 33% duty", "4ms=ON, 4ms=OFF,
                                   "8ms=ON, 4ms=OFF, 66% duty", "100% All wave output"};
 const char* const kZenpa[] = {"20", "25", "30", "40", "50", "60", "80", "100"};
 const char* const kHoji1[] = {"M", "C", "A", "T"};
-const char* const kHoji2[] = {"Momentary: the output follows its function", "Continuous: held until reset",
-                              "Alternate: each signal toggles the output", "Timed: held for the set time"};
+// The long hold-mode texts are messages of the message table, one per code.
+constexpr int kHojiTextFirst = 689;
 
 template <std::size_t N> QString codeText(const char* const (&table)[N], int index) {
     if (index < 0 || index >= int(N))
@@ -87,7 +114,9 @@ QString CCustomOuts::GetHojiInfo1(int index) {
     return codeText(kHoji1, index);
 }
 QString CCustomOuts::GetHojiInfo2(int index) {
-    return codeText(kHoji2, index);
+    if (GetHojiInfo1(index).isEmpty())
+        return {};
+    return LoadMessageText(kHojiTextFirst + index);
 }
 
 } // namespace vkm

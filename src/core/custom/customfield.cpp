@@ -87,4 +87,9 @@ quint8 TerminalFields::mask(int field) {
     return *v;
 }
 
+void reportAddressOutside(const QString& procedure, const QString& location) {
+    reportError(ErrSubscript, procedure,
+                errorText(ErrSubscript) + QStringLiteral(" (terminal ") + location + u')');
+}
+
 } // namespace vkm

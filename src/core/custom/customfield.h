@@ -1,10 +1,20 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 #include <optional>
+#include <vector>
 
 namespace vkm {
+
+// One value property of a terminal by its name, for listings. present is false when the
+// terminal has no place for it in the image (its address is empty).
+struct TerminalValue {
+    const char* name;
+    quint8 value;
+    bool present;
+};
 
 // Addresses in Set04.e and Set05.e count from 1792, the first byte of the customisation
 // area; an index into the customisation image is the address minus 1792. An empty field
@@ -43,5 +53,118 @@ private:
     const QStringList& m_fields;
     int m_error = 0;
 };
+
+// Reports an address of the terminal that lies outside the customisation image, naming the
+// terminal after the standard text.
+void reportAddressOutside(const QString& procedure, const QString& location);
+
+// How a value property of a terminal lives in the customisation image.
+enum class FieldRule {
+    Function, // a whole byte every terminal has; bit 7 is not part of the function number
+    Logic,    // the flag every terminal has, OR-ed in on writing
+    Flag,     // a flag under its mask, OR-ed in on writing: a flag the machine has set stays set
+    Code,     // a number under its mask, replaced on writing: a new code keeps no bit of the old
+    Byte,     // a whole byte
+    Unplaced, // kept by the program only, never in the image
+};
+
+// One value property of the terminal type T: its name, rule, and the members holding its
+// address (an index, -1 when the terminal has none), its mask and its value.
+template <typename T> struct ValueField {
+    const char* name;
+    FieldRule rule;
+    qint32 T::*adrs;
+    quint8 T::*bit; // nullptr for whole bytes
+    quint8 T::*value;
+};
+
+namespace detail {
+inline bool isRequired(FieldRule rule) {
+    return rule == FieldRule::Function || rule == FieldRule::Logic;
+}
+// The image index of a field, or nullopt when the field is skipped (no address, or not in
+// the image); *outside is set for an index that does not lie in the image.
+template <typename T>
+std::optional<qint32> fieldIndex(const T& t, const ValueField<T>& f, qsizetype size, bool* outside) {
+    if (f.rule == FieldRule::Unplaced)
+        return std::nullopt;
+    const qint32 index = t.*f.adrs;
+    if (index == -1 && !isRequired(f.rule))
+        return std::nullopt;
+    if (index < 0 || index >= size) {
+        *outside = true;
+        return std::nullopt;
+    }
+    return index;
+}
+} // namespace detail
+
+// Fills the terminal's values from the image, in field order. A field without an address
+// keeps its value. False at the first address outside the image (the fields before it
+// have their new values).
+template <typename T>
+bool readTerminalValues(T& t, const QByteArray& image, const std::vector<ValueField<T>>& fields) {
+    for (const ValueField<T>& f : fields) {
+        bool outside = false;
+        const auto index = detail::fieldIndex(t, f, image.size(), &outside);
+        if (outside)
+            return false;
+        if (!index)
+            continue;
+        const quint8 byte = quint8(image.at(*index));
+        switch (f.rule) {
+        case FieldRule::Function:
+            t.*f.value = byte & 0x7F;
+            break;
+        case FieldRule::Byte:
+            t.*f.value = byte;
+            break;
+        default:
+            t.*f.value = maskedValue(byte, t.*f.bit);
+            break;
+        }
+    }
+    return true;
+}
+
+// Writes the terminal's values into the image, in field order; fields without an address
+// are skipped. False at the first address outside the image (the image is never resized).
+template <typename T>
+bool writeTerminalValues(const T& t, QByteArray& image, const std::vector<ValueField<T>>& fields) {
+    for (const ValueField<T>& f : fields) {
+        bool outside = false;
+        const auto index = detail::fieldIndex(t, f, image.size(), &outside);
+        if (outside)
+            return false;
+        if (!index)
+            continue;
+        const quint8 byte = quint8(image.at(*index));
+        const quint8 value = t.*f.value;
+        switch (f.rule) {
+        case FieldRule::Function:
+        case FieldRule::Byte:
+            image[*index] = char(value);
+            break;
+        case FieldRule::Code:
+            image[*index] = char(replaceMasked(byte, t.*f.bit, value));
+            break;
+        default:
+            image[*index] = char(orMasked(byte, t.*f.bit, value));
+            break;
+        }
+    }
+    return true;
+}
+
+// The terminal's values by name, in field order.
+template <typename T>
+std::vector<TerminalValue> listTerminalValues(const T& t, const std::vector<ValueField<T>>& fields) {
+    std::vector<TerminalValue> out;
+    for (const ValueField<T>& f : fields) {
+        const bool present = f.rule != FieldRule::Unplaced && (detail::isRequired(f.rule) || t.*f.adrs != -1);
+        out.push_back({f.name, t.*f.value, present});
+    }
+    return out;
+}
 
 } // namespace vkm

@@ -2,6 +2,7 @@
 
 #include "base/errorreporter.h"
 #include "catalogue/settinglines.h"
+#include "custom/customfield.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -46,8 +47,33 @@ public:
     }
     typename std::vector<Terminal>::const_iterator begin() const { return m_items.begin(); }
     typename std::vector<Terminal>::const_iterator end() const { return m_items.end(); }
+    typename std::vector<Terminal>::iterator begin() { return m_items.begin(); }
+    typename std::vector<Terminal>::iterator end() { return m_items.end(); }
 
 protected:
+    // Every terminal's values from the image, in table order; the first address outside
+    // the image is reported under proc and ends the read (terminals before it keep their
+    // new values).
+    bool readValues(const QByteArray& image, const QString& proc) {
+        for (Terminal& t : m_items) {
+            if (!readTerminalValues(t, image, Terminal::valueFields())) {
+                reportAddressOutside(proc, t.Location);
+                return false;
+            }
+        }
+        return true;
+    }
+    // Every terminal's values into the image, with the same rule for addresses outside it.
+    bool writeValues(QByteArray& image, const QString& proc) const {
+        for (const Terminal& t : m_items) {
+            if (!writeTerminalValues(t, image, Terminal::valueFields())) {
+                reportAddressOutside(proc, t.Location);
+                return false;
+            }
+        }
+        return true;
+    }
+
     // One line's fields as a terminal; nullopt with the error number in *error.
     using LineParser = std::optional<Terminal> (*)(const QStringList& fields, int* error);
 

@@ -148,22 +148,32 @@ bool CopyFiles(const QString& binaryImage, const QString& destination, Prompter&
     return true;
 }
 
-bool ReadStepData(int eUSRCMP, const QString& sFullFname, CSteps& program, const CSelections& selout,
-                  const CSelections& selinp, Prompter& prompter) {
-    const QString copy = CopyFromFDToHD(eUSRCMP, sFullFname, 1);
+std::optional<QByteArray> readTransferFileToTemp(int eUSRCMP, const QString& sFullFname, int index,
+                                                 Prompter& prompter, QString* imagePath) {
+    const QString copy = CopyFromFDToHD(eUSRCMP, sFullFname, index);
     if (copy.isEmpty())
-        return false;
+        return std::nullopt;
     bool ok = false;
-    const QByteArray image = ParseData(copy, prompter, &ok);
+    const QByteArray bytes = ParseData(copy, prompter, &ok);
     if (!ok || !Del(copy))
-        return false;
+        return std::nullopt;
     QFile f(copy);
-    if (!f.open(QIODevice::WriteOnly) || f.write(image) != image.size()) {
-        reportError(ErrIO, QStringLiteral("ReadStepData"));
-        return false;
+    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size()) {
+        reportError(ErrIO, QStringLiteral("CopyFromFDToHD"));
+        return std::nullopt;
     }
     f.close();
-    return program.ReadData(copy, selout, selinp);
+    if (imagePath)
+        *imagePath = copy;
+    return bytes;
+}
+
+bool ReadStepData(int eUSRCMP, const QString& sFullFname, CSteps& program, const CSelections& selout,
+                  const CSelections& selinp, Prompter& prompter) {
+    QString image;
+    if (!readTransferFileToTemp(eUSRCMP, sFullFname, 1, prompter, &image))
+        return false;
+    return program.ReadData(image, selout, selinp);
 }
 
 QString transferFileForProgram(const CSteps& program, const CSelections& selout, const CSelections& selinp,

@@ -2,7 +2,9 @@
 
 #include "model/csteps.h"
 
+#include <QByteArray>
 #include <QString>
+#include <optional>
 
 namespace vkm {
 
@@ -51,6 +53,12 @@ bool BeReadyDrive(const QString& sPath, Prompter& prompter);
 // the destination's volume is too small. The destination is replaced atomically, so a
 // failing write leaves the previous file unchanged (reported as "CopyFiles", false).
 bool CopyFiles(const QString& binaryImage, const QString& destination, Prompter& prompter);
+
+// A transfer text file as bytes: copied over the fixed temporary name of index/eUSRCMP,
+// parsed, and the copy then holds the parsed bytes in place of the text (its path goes to
+// *imagePath). nullopt when the file is missing or cannot be parsed or written.
+std::optional<QByteArray> readTransferFileToTemp(int eUSRCMP, const QString& sFullFname, int index,
+                                                 Prompter& prompter, QString* imagePath = nullptr);
 
 // Reads a transfer text file into program: copy to "eusr2.tmp"/"ecmp2.tmp", parse, write
 // the bytes back as a step image, read it. True when the image was read.
