@@ -15,6 +15,8 @@ PACKAGES=(
     # tests: fixture generators, PDF text and pages of the printed sheet, an LHA reader of
     # its own (lhasa's lha) that checks the archives tools/lhapack writes
     python3 poppler-utils lhasa
+    # tests: the installed desktop entry and file type checked by the desktop's own tools
+    desktop-file-utils libxml2-utils shared-mime-info
 )
 
 missing=()

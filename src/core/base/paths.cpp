@@ -5,6 +5,12 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+// The installed data folder relative to the installed executables (set by the build from
+// its install directories).
+#ifndef VKM_DATA_FROM_BIN
+#define VKM_DATA_FROM_BIN "../share/vkmstep"
+#endif
+
 namespace vkm::paths {
 
 QString exeFolder() {
@@ -14,7 +20,17 @@ QString exeFolder() {
 }
 
 QString installedDataFolder() {
-    return QDir::cleanPath(exeFolder() + QStringLiteral("/../share/vkmstep"));
+    return QDir::cleanPath(exeFolder() + QStringLiteral("/" VKM_DATA_FROM_BIN));
+}
+
+QString dataPath(const QString& relative) {
+    // The installation is only ever read: nothing is written beside either candidate.
+    for (const QString& folder : {exeFolder(), installedDataFolder()}) {
+        const QString path = folder + QLatin1Char('/') + relative;
+        if (QFileInfo::exists(path))
+            return path;
+    }
+    return {};
 }
 
 QString settingArchive(const QString& override) {
@@ -23,13 +39,8 @@ QString settingArchive(const QString& override) {
     const QString env = qEnvironmentVariable("VKM_ARCHIVE");
     if (!env.isEmpty())
         return QFileInfo(env).absoluteFilePath();
-    const QString beside = exeFolder() + QStringLiteral("/VKM.e");
-    if (QFileInfo::exists(beside))
-        return beside;
-    const QString installed = installedDataFolder() + QStringLiteral("/VKM.e");
-    if (QFileInfo::exists(installed))
-        return installed;
-    return beside;
+    const QString found = dataPath(QStringLiteral("VKM.e"));
+    return found.isEmpty() ? exeFolder() + QStringLiteral("/VKM.e") : found;
 }
 
 QString userDataFolder() {
@@ -44,10 +55,10 @@ QString errorLogFile() {
 }
 
 QString helpSamplesFolder() {
-    return exeFolder() + QStringLiteral("/Help/SampleCodes");
+    return dataPath(QStringLiteral("Help/SampleCodes"));
 }
 QString helpSamplesFolderEnglish() {
-    return helpSamplesFolder() + QStringLiteral("/Eng");
+    return dataPath(QStringLiteral("Help/SampleCodes/Eng"));
 }
 
 } // namespace vkm::paths

@@ -25,8 +25,19 @@ QString userDataFolder();
 // The per-user error log.
 QString errorLogFile();
 
-// Help samples folder: the executable's folder joined with "Help/SampleCodes", and its
-// English sub-folder.
+// A file or folder delivered with the program, named relative to its data folder
+// ("Help/Eng/Index.html"): beside the executable first (the build tree, or a copy run from
+// one folder), then in the installed data folder. The first that exists, or "" when
+// neither does.
+QString dataPath(const QString& relative);
+
+// The user guide (HTML) and the same guide as a printable manual (PDF), as dataPath names
+// them.
+inline constexpr char kHelpIndex[] = "Help/Eng/Index.html";
+inline constexpr char kHelpManual[] = "step_help1.pdf";
+
+// Help samples folder ("Help/SampleCodes") and its English sub-folder, found as dataPath
+// finds them; "" when missing.
 QString helpSamplesFolder();
 QString helpSamplesFolderEnglish();
 

@@ -10,106 +10,63 @@
 namespace vkm::test {
 namespace {
 
-struct Entry {
-    int row;
-    int col; // column of the default layout (outputs 2..9, inputs 10..21)
-    const char* text;
-};
-
+// A row's cells in the order they are typed: "COL=TEXT;COL=TEXT;...", columns of the
+// default layout (remark 1, output groups at 2 and 6: function, logic, delay kind, delay
+// value; input groups at 10, 13, 16, 19: function, state, relation).
 struct Sample {
     const char* file;
-    std::vector<Entry> cells;
+    std::vector<std::pair<int, const char*>> rows;
     std::vector<int> disabledRows;
     const char* author;
     const char* password;
     const char* memo;
 };
 
-// Default layout: output group 1 at 2 (function, logic, delay kind, delay value), group 2
-// at 6; input groups at 10, 13, 16, 19 (function, state, relation).
 const std::vector<Sample>& samples() {
     static const std::vector<Sample> all = {
         {"counter.gsp",
-         {{1, 1, "Count pedal presses"},
-          {1, 10, "X001"},
-          {1, 11, "1"},
-          {1, 12, "2"},
-          {1, 2, "CN16"},
-          {1, 3, "4"},
-          {1, 6, "EMAKE"},
-          {1, 7, "1"},
-          {1, 8, "0"},
-          {1, 9, "0"},
-          {2, 1, "Lamp at 100"},
-          {2, 10, "CN16"},
-          {2, 12, "3"},
-          {2, 13, "100"},
-          {2, 15, "2"},
-          {2, 2, "LAMP"},
-          {2, 3, "1"},
-          {2, 4, "0"},
-          {2, 5, "0"},
-          {3, 1, "Reset by knee"},
-          {3, 10, "X003"},
-          {3, 11, "0"},
-          {3, 12, "2"},
-          {3, 2, "CN16"},
-          {3, 3, "7"}},
+         {{1, "1=Count pedal presses;10=X001;11=1;12=2;2=CN16;3=4;6=EMAKE;7=1;8=0;9=0"},
+          {2, "1=Lamp at 100;10=CN16;12=3;13=100;15=2;2=LAMP;3=1;4=0;5=0"},
+          {3, "1=Reset by knee;10=X003;11=0;12=2;2=CN16;3=7"}},
          {},
          "",
          "",
          ""},
         // The flow-control functions set their own logic (CALL 10, JMP 3, SUB 9, RET 11).
         {"jumps.gsp",
-         {{1, 10, "X001"},
-          {1, 11, "0"},
-          {1, 12, "2"},
-          {1, 2, "C010"},
-          {2, 10, "ALL"},
-          {2, 2, "J001"},
-          {10, 1, "Subroutine"},
-          {10, 10, "ALL"},
-          {10, 2, "SUB"},
-          {11, 10, "X002"},
-          {11, 11, "0"},
-          {11, 12, "2"},
-          {11, 2, "Y001"},
-          {11, 3, "1"},
-          {11, 4, "0"},
-          {11, 5, "100"},
-          {12, 1, "Back to the caller"},
-          {12, 2, "RET"}},
+         {{1, "10=X001;11=0;12=2;2=C010"},
+          {2, "10=ALL;2=J001"},
+          {10, "1=Subroutine;10=ALL;2=SUB"},
+          {11, "10=X002;11=0;12=2;2=Y001;3=1;4=0;5=100"},
+          {12, "1=Back to the caller;2=RET"}},
          {},
          "",
          "",
          ""},
         {"pulse.gsp",
-         {{1, 1, "Trim pulse"}, {1, 10, "X001"}, {1, 11, "0"},    {1, 12, "2"},   {1, 2, "Y001"},
-          {1, 3, "1"},          {1, 4, "0"},     {1, 5, "10"},    {1, 6, "Y001"}, {1, 7, "0"},
-          {1, 8, "0"},          {1, 9, "60"},    {2, 10, "X002"}, {2, 11, "0"},   {2, 12, "0"},
-          {2, 13, "X003"},      {2, 14, "0"},    {2, 15, "2"},    {2, 2, "Y002"}, {2, 3, "1"},
-          {2, 4, "2"},          {2, 5, "20"},    {2, 6, "Y002"},  {2, 7, "0"},    {2, 8, "2"},
-          {2, 9, "45"}},
+         {{1, "1=Trim pulse;10=X001;11=0;12=2;2=Y001;3=1;4=0;5=10;6=Y001;7=0;8=0;9=60"},
+          {2, "10=X002;11=0;12=0;13=X003;14=0;15=2;2=Y002;3=1;4=2;5=20;6=Y002;7=0;8=2;9=45"}},
+         {},
+         "",
+         "",
+         ""},
+        // The end of a seam: heel back with the needle up trims, wipes and lifts the foot;
+        // the pedal forward lowers it; every heel-back counts a piece.
+        {"trimmer.gsp",
+         {{1,
+           "1=Trim at needle up;10=X002;11=0;12=0;13=X004;14=0;15=2;2=Y001;3=1;4=0;5=0;6=Y001;7=0;8=0;9=80"},
+          {2, "1=Wipe after the "
+              "trim;10=X002;11=0;12=0;13=X004;14=0;15=2;2=Y002;3=1;4=0;5=100;6=Y002;7=0;8=0;9=160"},
+          {3, "1=Lift the foot;10=X002;11=0;12=2;2=Y003;3=1;4=0;5=200"},
+          {4, "1=Foot down, pedal on;10=X001;11=0;12=2;2=Y003;3=0;4=0;5=0"},
+          {5, "1=Count the pieces;10=X002;11=1;12=2;2=CN40;3=4;6=EMAKE;7=1;8=0;9=0"}},
          {},
          "",
          "",
          ""},
         {"protected.gsp",
-         {{1, 10, "X001"},
-          {1, 11, "0"},
-          {1, 12, "2"},
-          {1, 2, "Y001"},
-          {1, 3, "1"},
-          {1, 4, "0"},
-          {1, 5, "20"},
-          {2, 1, "Disabled wiper"},
-          {2, 10, "X002"},
-          {2, 11, "0"},
-          {2, 12, "2"},
-          {2, 2, "Y002"},
-          {2, 3, "1"},
-          {2, 4, "0"},
-          {2, 5, "40"}},
+         {{1, "10=X001;11=0;12=2;2=Y001;3=1;4=0;5=20"},
+          {2, "1=Disabled wiper;10=X002;11=0;12=2;2=Y002;3=1;4=0;5=40"}},
          {2},
          "Maker01",
          "vkm123",
@@ -136,9 +93,12 @@ TEST_F(SamplePrograms, AreWhatTheEditorMakesAndPassItsChecks) {
         SCOPED_TRACE(s.file);
         prompter.queueAnswer(Answer::No);
         ASSERT_TRUE(docs->user().NewOp());
-        for (const Entry& e : s.cells)
-            ASSERT_TRUE(userEditor->entry().enterText(e.row, e.col, QString::fromUtf8(e.text)))
-                << e.row << "," << e.col << " " << e.text << " " << prompter.lastNumber();
+        for (const auto& [row, cells] : s.rows)
+            for (const QString& cell : QString::fromUtf8(cells).split(u';')) {
+                const int col = cell.section(u'=', 0, 0).toInt();
+                ASSERT_TRUE(userEditor->entry().enterText(row, col, cell.section(u'=', 1)))
+                    << row << "," << qPrintable(cell) << " " << prompter.lastNumber();
+            }
         for (int row : s.disabledRows)
             userEditor->conversion().DoGyoMuko(row, true);
         docs->userProgram().Author = QString::fromUtf8(s.author);
