@@ -49,7 +49,7 @@ QVariant StepTableModel::data(const QModelIndex& index, int role) const {
     case CellTextRole:
         return sheet.text(row, col);
     case Qt::BackgroundRole:
-        return QColor::fromRgb(sheet.backColor(row, col));
+        return background(row, col);
     case Qt::ForegroundRole:
         return QColor::fromRgb(sheet.foreColor(row, col));
     case Qt::TextAlignmentRole:
@@ -93,12 +93,33 @@ QVariant StepTableModel::headerData(int section, Qt::Orientation orientation, in
     case Qt::DisplayRole:
         return sheet.text(section, 0);
     case Qt::BackgroundRole:
-        return QColor::fromRgb(sheet.backColor(section, 0));
+        return background(section, 0);
     case Qt::ForegroundRole:
         return QColor::fromRgb(sheet.foreColor(section, 0));
     default:
         return {};
     }
+}
+
+QColor StepTableModel::background(int row, int col) const {
+    const QColor own = QColor::fromRgb(m_editor.sheet().backColor(row, col));
+    if (!m_marked || !m_marked(row, col))
+        return own;
+    // Half and half: the mark stands out and the group colours still show through it.
+    return QColor((own.red() + m_markColour.red()) / 2, (own.green() + m_markColour.green()) / 2,
+                  (own.blue() + m_markColour.blue()) / 2);
+}
+
+void StepTableModel::setCellMarks(std::function<bool(int row, int col)> marked, const QColor& colour) {
+    m_marked = std::move(marked);
+    m_markColour = colour;
+    marksChanged();
+}
+
+void StepTableModel::marksChanged() {
+    Q_EMIT dataChanged(index(StepSheet::kFirstStepRow, 0),
+                       index(StepSheet::kLastStepRow, StepSheet::kCols - 1), {Qt::BackgroundRole});
+    Q_EMIT headerDataChanged(Qt::Vertical, StepSheet::kFirstStepRow, StepSheet::kLastStepRow);
 }
 
 Qt::ItemFlags StepTableModel::flags(const QModelIndex& index) const {

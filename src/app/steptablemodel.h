@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QColor>
+#include <functional>
 
 namespace vkm {
 
@@ -32,6 +34,10 @@ public:
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
     StepSheetEditor& editor() const { return m_editor; }
+    // Cells painted with a mark colour laid over their own colour (the step number of a
+    // marked row in column 0); an empty function marks nothing. marksChanged repaints them.
+    void setCellMarks(std::function<bool(int row, int col)> marked, const QColor& colour);
+    void marksChanged();
     // After setData refused a text: what the cell editor is to show again.
     QString refusedText() const { return m_refusedText; }
 
@@ -39,6 +45,9 @@ private:
     StepSheetEditor& m_editor;
     int m_listener = 0; // the sheet's change listener
     QString m_refusedText;
+    std::function<bool(int row, int col)> m_marked;
+    QColor m_markColour;
+    QColor background(int row, int col) const;
 };
 
 } // namespace vkm
