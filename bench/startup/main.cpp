@@ -5,6 +5,10 @@
 // encoder, not the start): the editor with its archive unpacked and catalogues read, the
 // baseline a bare QMainWindow (this executable in its child mode). The medians of several
 // runs are compared; the editor should take at most one and a half times the baseline.
+// A second baseline is a main window holding nothing but a plain QTableView over a 33 x 22
+// model of short texts, the size of the step grid: what Qt itself needs to show any grid
+// (the font database, the headers, the first paint of every cell), against which the
+// editor's own share of the start-up shows.
 //
 //   bench_startup [OTHER_EDITOR...]   also times other editor binaries in the same rounds
 
@@ -14,6 +18,8 @@
 #include <QMainWindow>
 #include <QProcess>
 #include <QScreen>
+#include <QStandardItemModel>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <algorithm>
@@ -31,9 +37,18 @@ qint64 steadyNow() {
         .count();
 }
 
-int baselineChild(int argc, char** argv) {
+int baselineChild(int argc, char** argv, bool withTable) {
     QApplication app(argc, argv);
     QMainWindow window;
+    if (withTable) {
+        auto* table = new QTableView;
+        auto* model = new QStandardItemModel(33, 22, table);
+        for (int r = 0; r < 33; ++r)
+            for (int c = 0; c < 22; ++c)
+                model->setItem(r, c, new QStandardItem(QString::number(r * 100 + c)));
+        table->setModel(model);
+        window.setCentralWidget(table);
+    }
     window.setGeometry(QGuiApplication::primaryScreen()->availableGeometry());
     window.show();
     QTimer::singleShot(0, &app, [&] {
@@ -76,7 +91,9 @@ double median(std::vector<double> v) {
 
 int main(int argc, char** argv) {
     if (argc == 2 && qstrcmp(argv[1], "--baseline-child") == 0)
-        return baselineChild(1, argv);
+        return baselineChild(1, argv, false);
+    if (argc == 2 && qstrcmp(argv[1], "--table-child") == 0)
+        return baselineChild(1, argv, true);
 
     QCoreApplication app(argc, argv);
     QTemporaryDir home;
@@ -103,15 +120,17 @@ int main(int argc, char** argv) {
     const QStringList editorArgs{QStringLiteral("--exit-when-shown")};
     const QString self = QCoreApplication::applicationFilePath();
     const QStringList baseArgs{QStringLiteral("--baseline-child")};
+    const QStringList tableArgs{QStringLiteral("--table-child")};
 
     // One warm-up each: the first start of an editor also creates every setting.
     for (const QString& editor : editors)
         if (runOnce(editor, editorArgs, env) < 0)
             return 1;
-    if (runOnce(self, baseArgs, env) < 0)
+    if (runOnce(self, baseArgs, env) < 0 || runOnce(self, tableArgs, env) < 0)
         return 1;
     std::vector<std::vector<double>> editorTimes(editors.size());
     std::vector<double> baseTimes;
+    std::vector<double> tableTimes;
     for (int i = 0; i < kRuns; ++i) {
         for (qsizetype k = 0; k < editors.size(); ++k) {
             const double e = runOnce(editors[k], editorArgs, env);
@@ -123,8 +142,13 @@ int main(int argc, char** argv) {
         if (b < 0)
             return 1;
         baseTimes.push_back(b);
+        const double t = runOnce(self, tableArgs, env);
+        if (t < 0)
+            return 1;
+        tableTimes.push_back(t);
     }
     const double b = median(baseTimes);
+    const double t = median(tableTimes);
     for (qsizetype k = 0; k < editors.size(); ++k) {
         const double e = median(editorTimes[k]);
         if (k > 0)
@@ -133,6 +157,8 @@ int main(int argc, char** argv) {
             "start-up to main window shown (median of %d): editor %.1f ms, empty main window %.1f ms\n",
             kRuns, e, b);
         std::printf("ratio %.2f (target at most 1.50)\n", e / b);
+        std::printf("plain 33 x 22 table window %.1f ms: editor / table %.2f, table / empty window %.2f\n", t,
+                    e / t, t / b);
     }
     return 0;
 }
