@@ -2,14 +2,8 @@
 # vkmstep-cli catalogue: every entry of the four catalogues, in file order, against the
 # bundled setting files; exit code 2 and the missing-file text for a missing archive or
 # a missing member.
-set -u
-BIN="$1"
-SRC="$2"
-CLI="$BIN/vkmstep-cli"
+. "$(dirname "$0")/lib.sh" "$@"
 DATA="$SRC/data/setting"
-WORK=$(mktemp -d)
-trap 'rm -rf "$WORK"' EXIT
-fail=0
 
 check_catalogue() { # kind file
     # value TAB category TAB digital; the files hold whole numbers and explicit categories
@@ -60,5 +54,4 @@ fi
 "$CLI" catalogue nonsense > /dev/null 2>&1
 if [ $? -ne 2 ]; then echo "FAIL: unknown catalogue name accepted"; fail=1; fi
 
-[ $fail -eq 0 ] && echo "cli_catalogue: all checks passed"
-exit $fail
+finish "cli_catalogue: all checks passed"

@@ -2,14 +2,7 @@
 # vkmstep-cli check / resave: the editor's checks over program files and what saving
 # a program through the editor writes. The program files are built here with the
 # fixture writer of tests/data/gsp, one per check outcome.
-set -u
-BIN="$1"
-SRC="$2"
-CLI="$BIN/vkmstep-cli"
-WORK=$(mktemp -d)
-trap 'rm -rf "$WORK"' EXIT
-fail=0
-bad() { echo "FAIL: $*"; fail=1; }
+. "$(dirname "$0")/lib.sh" "$@"
 
 python3 - "$SRC/tests/data/gsp" "$WORK" <<'PY' || { echo "FAIL: fixtures"; exit 1; }
 import os, sys
@@ -72,5 +65,4 @@ if "$CLI" check "$WORK/missing.gsp" > /dev/null 2> "$WORK/err"; then bad "check 
 "$CLI" check > /dev/null 2>&1
 [ $? = 2 ] || bad "check without a file did not exit 2"
 
-[ $fail = 0 ] && echo "cli_check: all passed"
-exit $fail
+finish "cli_check: all passed"

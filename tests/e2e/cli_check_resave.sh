@@ -3,14 +3,7 @@
 # says OK exactly when resave writes the file (and the written file passes again), and
 # when both refuse, check names the message that resave shows. The files cover passing
 # programs and refusals by the checks and by the save itself.
-set -u
-BIN="$1"
-SRC="$2"
-CLI="$BIN/vkmstep-cli"
-WORK=$(mktemp -d)
-trap 'rm -rf "$WORK"' EXIT
-fail=0
-bad() { echo "FAIL: $*"; fail=1; }
+. "$(dirname "$0")/lib.sh" "$@"
 
 passed=0
 messages=""
@@ -46,5 +39,4 @@ done
 kinds=$(printf '%s' "$messages" | sort -u | grep -c .)
 [ "$kinds" -ge 3 ] || bad "only $kinds different refusals: $(printf '%s' "$messages" | sort -u)"
 
-[ $fail = 0 ] && echo "cli_check_resave: all passed"
-exit $fail
+finish "cli_check_resave: all passed"

@@ -3,15 +3,11 @@
 # what it prints, its exit code and the listing of the program it saved are compared with
 # NAME.expected. Lines "#: in FILE" (a program of tests/data/gsp to start from; otherwise a
 # new program) and "#: OPTIONS" (more options of edit) set up the run. A saved program
-# must pass check; a refused one must leave nothing behind.
-set -u
-BIN="$1"
-SRC="$2"
-CLI="$BIN/vkmstep-cli"
-WORK=$(mktemp -d)
-trap 'rm -rf "$WORK"' EXIT
-fail=0
-bad() { echo "FAIL: $*"; fail=1; }
+# must pass check; a refused one must leave nothing behind. Each script runs in a folder
+# of its own holding the files of tests/e2e/edit/clip (clipboard texts to load); when
+# NAME.clipboard exists, the script's "clipboard-save saved.clipboard" must write exactly
+# its bytes.
+. "$(dirname "$0")/lib.sh" "$@"
 
 count=0
 for script in "$SRC"/tests/e2e/edit/*.script; do
@@ -28,8 +24,15 @@ for script in "$SRC"/tests/e2e/edit/*.script; do
         esac
     done < "$script"
     out="$WORK/$name.gsp"
-    "$CLI" edit "${options[@]}" "${source[@]}" "$out" - < "$script" > "$WORK/stdout" 2> "$WORK/stderr"
+    run="$WORK/run-$name"
+    mkdir -p "$run"
+    cp "$SRC"/tests/e2e/edit/clip/* "$run"/
+    (cd "$run" && "$CLI" edit "${options[@]}" "${source[@]}" "$out" - < "$script" > "$WORK/stdout" 2> "$WORK/stderr")
     rc=$?
+    clipboard="${script%.script}.clipboard"
+    if [ -f "$clipboard" ] && ! cmp -s "$clipboard" "$run/saved.clipboard"; then
+        bad "$name: the clipboard saved is not $clipboard:"$'\n'"$(od -c "$run/saved.clipboard" 2>&1 | head -20)"
+    fi
     {
         cat "$WORK/stdout"
         sed 's/^/stderr: /' "$WORK/stderr"
@@ -61,5 +64,25 @@ grep -q "^usage: vkmstep-cli edit" "$WORK/stderr" || bad "edit without a script 
 [ $? = 1 ] || bad "a missing program did not exit 1"
 [ -e "$WORK/x.gsp" ] && bad "a failed edit wrote a file"
 
-[ $fail = 0 ] && echo "cli_edit: $count scripts passed"
-exit $fail
+# The desktop's clipboard: a script reads back what it put there, byte for byte, and a
+# block pasted from it copies back the same; off screen, and on a virtual X display when
+# there is one.
+sys="$WORK/system"
+mkdir -p "$sys"
+printf '0\r\nOutput\r\nNOTREM\t256\t1\t2\t5' > "$sys/block.in"
+printf 'clipboard-load %s\nclipboard-save %s\nclipboard-load %s\npaste 2 out1\ncopy 2 out1 2 out1.delay\nclipboard-save %s\n' \
+    "$SRC/tests/e2e/edit/clip/wide.txt" "$sys/wide" "$sys/block.in" "$sys/block" > "$sys/script"
+for platform in offscreen xvfb; do
+    if [ $platform = xvfb ]; then
+        command -v xvfb-run > /dev/null || continue
+        run=(xvfb-run -a env -u QT_QPA_PLATFORM)
+    else
+        run=(env QT_QPA_PLATFORM=offscreen)
+    fi
+    rm -f "$sys/wide" "$sys/block"
+    "${run[@]}" "$CLI" edit --system-clipboard --new "$sys/out.gsp" "$sys/script" > /dev/null 2>&1
+    cmp -s "$SRC/tests/e2e/edit/clip/wide.txt" "$sys/wide" || bad "--system-clipboard ($platform): not read back as written"
+    cmp -s "$sys/block.in" "$sys/block" || bad "--system-clipboard ($platform): the pasted block did not copy back the same"
+done
+
+finish "cli_edit: $count scripts passed"

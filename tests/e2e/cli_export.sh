@@ -2,14 +2,7 @@
 # vkmstep-cli export: a program as a PDF printout and as a workbook. The PDF is read back
 # with poppler's tools (page count, orientation, the text of the first rows); a program
 # the editor's checks refuse is not exported; the output's kind comes from its name.
-set -u
-BIN="$1"
-SRC="$2"
-CLI="$BIN/vkmstep-cli"
-WORK=$(mktemp -d)
-trap 'rm -rf "$WORK"' EXIT
-fail=0
-bad() { echo "FAIL: $*"; fail=1; }
+. "$(dirname "$0")/lib.sh" "$@"
 export XDG_RUNTIME_DIR="$WORK/run"
 mkdir -m 700 "$XDG_RUNTIME_DIR"
 
@@ -73,5 +66,4 @@ grep -q 'No such file or directory' "$WORK/err" || bad "the reason is missing: $
 "$CLI" export "$WORK/missing.gsp" "$WORK/x.pdf" > /dev/null 2>&1
 [ $? = 1 ] || bad "a missing program file does not exit 1"
 
-[ $fail = 0 ] && echo "cli_export: all passed"
-exit $fail
+finish "cli_export: all passed"

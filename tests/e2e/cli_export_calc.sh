@@ -2,17 +2,12 @@
 # The workbook of a program opens in a real spreadsheet program: LibreOffice, headless,
 # converts it to CSV, and the CSV holds the printed sheet's cells. Skipped (exit 77)
 # where LibreOffice is not installed; it is too large for the CI machines.
-set -u
-BIN="$1"
-SRC="$2"
-CLI="$BIN/vkmstep-cli"
+. "$(dirname "$0")/lib.sh" "$@"
 SOFFICE=$(command -v soffice || command -v libreoffice || true)
 if [ -z "$SOFFICE" ]; then
     echo "SKIP: LibreOffice (soffice) is not installed; the workbook was not opened by a spreadsheet program"
     exit 77
 fi
-WORK=$(mktemp -d)
-trap 'rm -rf "$WORK"' EXIT
 export XDG_RUNTIME_DIR="$WORK/run"
 mkdir -m 700 "$XDG_RUNTIME_DIR"
 

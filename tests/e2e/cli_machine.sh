@@ -2,33 +2,11 @@
 # vkmstep-cli read / write / read-custom / write-custom against vkm-sim on a pseudo-terminal:
 # what reaches the machine, what comes back, the questions a user who is not there gets
 # answered, and the exit codes.
-set -u
-BIN="$1"
-SRC="$2"
-CLI="$BIN/vkmstep-cli"
-SIM="$BIN/vkm-sim"
+. "$(dirname "$0")/lib.sh" "$@"
 SAMPLES="$SRC/data/samples"
-WORK=$(mktemp -d)
-SIMPID=
-stop_sim() { [ -n "$SIMPID" ] && kill "$SIMPID" 2>/dev/null && wait "$SIMPID" 2>/dev/null; SIMPID=; }
-trap 'stop_sim; rm -rf "$WORK"' EXIT
-fail=0
-bad() { echo "FAIL: $*"; fail=1; }
 # Short times for the time-out cases; the machine's own are the defaults.
 export VKM_ANSWER_TIMEOUT_MS=200 VKM_RESET_PAUSE_MS=10
 
-# Starts vkm-sim (answering at once) with the given arguments; DEV is its line.
-start_sim() {
-    stop_sim
-    : > "$WORK/sim.log"
-    # The new process truncates the file only once it runs: the old path must not be read.
-    rm -f "$WORK/sim.out"
-    "$SIM" --baud 0 --log "$WORK/sim.log" "$@" > "$WORK/sim.out" &
-    SIMPID=$!
-    for _ in $(seq 100); do [ -s "$WORK/sim.out" ] && break; sleep 0.05; done
-    DEV=$(head -n 1 "$WORK/sim.out")
-    [ -n "$DEV" ] || { echo "FAIL: vkm-sim did not start"; exit 1; }
-}
 frames() { grep -c " <- $1" "$WORK/sim.log"; }
 
 # Read: the transfer text as the machine holds it, 238 records.

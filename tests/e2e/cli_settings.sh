@@ -3,14 +3,7 @@
 # editor's own store ("General"/CodePage), --codepage overrides it, an unknown name is
 # refused; an unusable TMPDIR stops the tool with one message and nothing written at the
 # root; dump lists a step that holds only a remark.
-set -u
-BIN="$1"
-SRC="$2"
-CLI="$BIN/vkmstep-cli"
-WORK=$(mktemp -d)
-trap 'rm -rf "$WORK"' EXIT
-fail=0
-bad() { echo "FAIL: $*"; fail=1; }
+. "$(dirname "$0")/lib.sh" "$@"
 
 python3 - "$SRC/tests/data/gsp" "$WORK" <<'PY' || { echo "FAIL: fixtures"; exit 1; }
 import os, sys

@@ -2,15 +2,8 @@
 # vkmstep-cli image / text / dump over the program files of tests/data/gsp: text -> image ->
 # text is byte-identical, short inputs exit 1 with a message, the listing shows what the
 # editor would show.
-set -u
-BIN="$1"
-SRC="$2"
-CLI="$BIN/vkmstep-cli"
+. "$(dirname "$0")/lib.sh" "$@"
 DATA="$SRC/tests/data/gsp"
-WORK=$(mktemp -d)
-trap 'rm -rf "$WORK"' EXIT
-fail=0
-bad() { echo "FAIL: $*"; fail=1; }
 
 for gsp in "$DATA"/*.gsp; do
     name=$(basename "$gsp" .gsp)

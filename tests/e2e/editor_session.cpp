@@ -17,8 +17,7 @@
 // step that did not happen prints "FAIL: ..." and gives a non-zero code.
 #include "documentcontroller.h"
 #include "finpmemo.h"
-#include "mainwindow.h"
-#include "startup.h"
+#include "sessiondriver.h"
 #include "stepeditorwindow.h"
 
 #include <QAbstractButton>
@@ -37,8 +36,7 @@
 namespace {
 
 constexpr char kCloseQuestion[] = "Data is chaneged. Do you save changes ?";
-constexpr int kFailed = 3;
-constexpr int kTimedOut = 4;
+using vkm::e2e::kFailed;
 
 struct Arguments {
     QString archive;
@@ -72,19 +70,11 @@ bool parseArguments(const QApplication& app, Arguments& args) {
            args.row > 0 && args.col > 0 && !args.value.isEmpty() && !args.file.isEmpty();
 }
 
-class Session {
+class Session : public vkm::e2e::SessionBase {
 public:
-    Session(vkm::Startup& startup, Arguments args) : m_startup(startup), m_args(std::move(args)) {}
+    Session(vkm::Startup& startup, Arguments args) : SessionBase(startup), m_args(std::move(args)) {}
 
-    // Watches for modal boxes from the first moment: one that nobody expects (a start-up
-    // warning, a save error) fails the session instead of hanging it.
-    void watchModals() {
-        auto* timer = new QTimer(qApp);
-        QObject::connect(timer, &QTimer::timeout, qApp, [this] { serviceModal(); });
-        timer->start(20);
-    }
-
-    void run() {
+    void run() override {
         QWidget* main = m_startup.mainWindow();
         main->activateWindow();
         if (!QTest::qWaitForWindowActive(main, 5000))
@@ -103,8 +93,6 @@ public:
         else
             closeWithoutSaving();
     }
-
-    int result() const { return m_result; }
 
 private:
     // Ctrl+Home to the top-left cell, then arrows: the grid's own keyboard navigation.
@@ -218,12 +206,8 @@ private:
     // The title bar's close button: a close event the main window may refuse.
     void closeMainWindow() { m_startup.mainWindow()->close(); }
 
-    void serviceModal() {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        QWidget* modal = QApplication::activeModalWidget();
-        if (!modal || m_inModal)
-            return;
-        m_inModal = true;
+    void handleModal(QWidget* modal) override {
+        auto* box = qobject_cast<QMessageBox*>(modal);
         if (!box || !m_expect) {
             fail(QStringLiteral("unexpected dialog: %1").arg(box ? box->text() : modal->windowTitle()));
             modal->close();
@@ -238,7 +222,6 @@ private:
                 box->reject();
             }
         }
-        m_inModal = false;
     }
 
     void key(Qt::Key k, Qt::KeyboardModifiers mods = Qt::NoModifier) { QTest::keyClick(window(), k, mods); }
@@ -247,20 +230,10 @@ private:
         return (target ? target : m_startup.mainWindow())->windowHandle();
     }
 
-    void fail(const QString& what) {
-        std::fprintf(stderr, "FAIL: %s\n", qPrintable(what));
-        m_result = kFailed;
-        QCoreApplication::exit(kFailed);
-    }
-    void fail(const char* what) { fail(QString::fromUtf8(what)); }
-
-    vkm::Startup& m_startup;
     Arguments m_args;
     std::function<QString(QMessageBox*)> m_expect;
     QString m_question = QLatin1String(kCloseQuestion); // the start of the box expected next
     int m_asked = 0;
-    int m_result = 0;
-    bool m_inModal = false;
 };
 
 } // namespace
@@ -276,23 +249,5 @@ int main(int argc, char** argv) {
         return 2;
     }
     // Exactly what vkmstep's main hands to the start-up.
-    vkm::StartupOptions options;
-    options.archiveOverride = args.archive;
-    options.commandLine = args.file.contains(u' ') ? u'"' + args.file + u'"' : args.file;
-    vkm::Startup startup(options);
-    Session session(startup, args);
-    session.watchModals();
-    QTimer::singleShot(20000, &app, [] {
-        std::fprintf(stderr, "FAIL: the session did not end within 20 s\n");
-        QCoreApplication::exit(kTimedOut);
-    });
-    if (!startup.run())
-        return 1;
-    QTimer::singleShot(0, &app, [&session] { session.run(); });
-    const int code = app.exec();
-    if (code == 0 && startup.mainWindow()->isVisible()) {
-        std::fprintf(stderr, "FAIL: the event loop ended with the main window still open\n");
-        return kFailed;
-    }
-    return code != 0 ? code : session.result();
+    return vkm::e2e::runSession<Session>(app, args, 20);
 }

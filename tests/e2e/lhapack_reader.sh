@@ -4,14 +4,8 @@
 # (header and data CRCs), list every member with its size and method, and unpack to the
 # very bytes that went in; bsdtar, where present, lists the same members. Exit 77 (skipped)
 # when lha is not installed.
-set -u
-BIN="$1"
-SRC="$2"
+. "$(dirname "$0")/lib.sh" "$@"
 PACK="$BIN/../tools/lhapack"
-WORK=$(mktemp -d)
-trap 'rm -rf "$WORK"' EXIT
-fail=0
-bad() { echo "FAIL: $*"; fail=1; }
 
 if ! command -v lha > /dev/null; then
     echo "SKIP: lha (Debian package lhasa) is not installed"

@@ -10,8 +10,7 @@
 // Exit code 0: every step happened and the application closed by itself; a step that did
 // not happen prints "FAIL: ..." and gives a non-zero code.
 #include "fprint.h"
-#include "mainwindow.h"
-#include "startup.h"
+#include "sessiondriver.h"
 #include "stepeditorwindow.h"
 
 #include <QAction>
@@ -31,8 +30,7 @@
 
 namespace {
 
-constexpr int kFailed = 3;
-constexpr int kTimedOut = 4;
+using vkm::e2e::kFailed;
 
 struct Arguments {
     QString archive;
@@ -41,18 +39,11 @@ struct Arguments {
     QString file;
 };
 
-class Session {
+class Session : public vkm::e2e::SessionBase {
 public:
-    Session(vkm::Startup& startup, Arguments args) : m_startup(startup), m_args(std::move(args)) {}
+    Session(vkm::Startup& startup, Arguments args) : SessionBase(startup), m_args(std::move(args)) {}
 
-    // Every modal window is answered from here as it appears, in the order a user meets them.
-    void watchModals() {
-        auto* timer = new QTimer(qApp);
-        QObject::connect(timer, &QTimer::timeout, qApp, [this] { serviceModal(); });
-        timer->start(20);
-    }
-
-    void run() {
+    void run() override {
         QAction* print = m_startup.userEditorWindow()->findChild<QAction*>(QStringLiteral("keyPRINT"));
         auto* bar = print ? qobject_cast<QToolBar*>(print->parent()) : nullptr;
         QWidget* button = bar ? bar->widgetForAction(print) : nullptr;
@@ -67,8 +58,6 @@ public:
         m_startup.mainWindow()->close();
     }
 
-    int result() const { return m_result; }
-
 private:
     enum class Step { Dialog, Preview, SaveDialog, OpenQuestion, Done };
 
@@ -77,16 +66,8 @@ private:
             w->grab().save(QDir(m_args.shots).filePath(name));
     }
 
-    void serviceModal() {
-        QWidget* modal = QApplication::activeModalWidget();
-        if (!modal || m_inModal)
-            return;
-        m_inModal = true;
-        handle(modal);
-        m_inModal = false;
-    }
-
-    void handle(QWidget* modal) {
+    // Every modal window, in the order a user meets them.
+    void handleModal(QWidget* modal) override {
         if (m_step != Step::Dialog && qobject_cast<vkm::fPrint*>(modal))
             return; // the print dialog between its own windows
         switch (m_step) {
@@ -164,18 +145,8 @@ private:
         modal->close();
     }
 
-    void fail(const QString& what) {
-        std::fprintf(stderr, "FAIL: %s\n", qPrintable(what));
-        m_result = kFailed;
-        QCoreApplication::exit(kFailed);
-    }
-    void fail(const char* what) { fail(QString::fromUtf8(what)); }
-
-    vkm::Startup& m_startup;
     Arguments m_args;
     Step m_step = Step::Dialog;
-    int m_result = 0;
-    bool m_inModal = false;
 };
 
 } // namespace
@@ -198,23 +169,5 @@ int main(int argc, char** argv) {
                      argv[0]);
         return 2;
     }
-    vkm::StartupOptions options;
-    options.archiveOverride = args.archive;
-    options.commandLine = args.file.contains(u' ') ? u'"' + args.file + u'"' : args.file;
-    vkm::Startup startup(options);
-    Session session(startup, args);
-    session.watchModals();
-    QTimer::singleShot(30000, &app, [] {
-        std::fprintf(stderr, "FAIL: the session did not end within 30 s\n");
-        QCoreApplication::exit(kTimedOut);
-    });
-    if (!startup.run())
-        return 1;
-    QTimer::singleShot(0, &app, [&session] { session.run(); });
-    const int code = app.exec();
-    if (code == 0 && startup.mainWindow()->isVisible()) {
-        std::fprintf(stderr, "FAIL: the event loop ended with the main window still open\n");
-        return kFailed;
-    }
-    return code != 0 ? code : session.result();
+    return vkm::e2e::runSession<Session>(app, args, 30);
 }

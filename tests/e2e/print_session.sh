@@ -3,24 +3,11 @@
 # the Print button, the preview, "Print Note", "Create Excel file", a name in the save
 # dialog, No to opening it. The workbook the editor made holds the same sheet as the one the
 # command-line export makes of the same file, and the last workbook is remembered.
-set -u
-BIN=$(cd "$1" && pwd)
-SRC=$(cd "$2" && pwd)
-CLI="$BIN/vkmstep-cli"
+. "$(dirname "$0")/lib.sh" "$@"
 DRIVER="$BIN/e2e_print_session"
-WORK=$(mktemp -d)
-trap 'rm -rf "$WORK"' EXIT
-fail=0
-bad() { echo "FAIL: $*"; fail=1; }
 
-[ -x "$DRIVER" ] || { echo "FAIL: $DRIVER is not built"; exit 1; }
-mkdir -p "$WORK/home" "$WORK/run" "$WORK/shots"
-chmod 700 "$WORK/run"
-export HOME="$WORK/home" XDG_CONFIG_HOME="$WORK/home/.config" XDG_DATA_HOME="$WORK/home/.local/share"
-export XDG_RUNTIME_DIR="$WORK/run" QT_QPA_PLATFORMTHEME=
-if [ -z "${DISPLAY:-}" ]; then
-    export QT_QPA_PLATFORM="offscreen:configfile=$SRC/tests/support/screens.json"
-fi
+editor_home "$DRIVER"
+mkdir -p "$WORK/shots"
 
 cp "$SRC/data/samples/counter.gsp" "$WORK/counter.gsp"
 "$DRIVER" --shots "${VKM_SHOTS:-$WORK/shots}" --workbook "$WORK/from-editor.xlsx" "$WORK/counter.gsp" \
@@ -44,5 +31,4 @@ sys.exit(0 if ok else 1)
 PY
 grep -rq "LatestExcelFullFname=.*from-editor.xlsx" "$WORK/home/.config" || bad "the workbook is not remembered as the last one"
 
-[ $fail = 0 ] && echo "print_session: printing from the editor works end to end"
-exit $fail
+finish "print_session: printing from the editor works end to end"

@@ -61,14 +61,6 @@ TEST_F(KinoFixture, FirstRunCreatesBlueHeronTrueAndStoredValuesAreRead) {
     EXPECT_TRUE(noStore.BlueHeron());
 }
 
-TEST_F(KinoFixture, ElevenPathsInTheWorkingFolder) {
-    const CSelectKino kino = kinoFor("x");
-    ASSERT_EQ(kino.settingFiles().size(), 11);
-    EXPECT_EQ(kino.settingFiles().first(), work + "/Set01.e");
-    EXPECT_EQ(kino.settingFiles().last(), work + "/Set11.e");
-    EXPECT_EQ(kino.settingFiles()[8], work + "/Set09.e");
-}
-
 TEST_F(KinoFixture, BlueHeronDecidesWhetherTheUnpackedFilesStay) {
     for (const bool blueHeron : {true, false}) {
         store.settings->write(Section::General, "BlueHeron", vkm::Settings::boolText(blueHeron));

@@ -165,10 +165,3 @@ TEST(GetValueRange, RulesByCategoryLogicAndDelayKind) {
         EXPECT_EQ(hi, tc.max) << tc.category << ' ' << tc.digital << ' ' << tc.logic;
     }
 }
-
-TEST(SystemClock, GivesTheCurrentTime) {
-    const QDateTime before = QDateTime::currentDateTime();
-    const QDateTime now = systemClock()();
-    EXPECT_LE(before.secsTo(now), 2);
-    EXPECT_GE(before.secsTo(now), 0);
-}

@@ -21,6 +21,12 @@ double storedWidth(double characters) {
     return std::trunc(pixels / 7 * 256) / 256;
 }
 
+// Each cell's text, named by its reference when it differs.
+void expectTexts(const XlsxFile& x, std::initializer_list<std::pair<const char*, const char*>> cells) {
+    for (const auto& [ref, text] : cells)
+        EXPECT_EQ(x.text(ref), text) << ref;
+}
+
 class WorkbookTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -54,26 +60,24 @@ TEST_F(WorkbookTest, HoldsTheSheetItsCellsAndPictures) {
     const XlsxFile x = written("out.xlsx");
     ASSERT_TRUE(x.ok());
     EXPECT_EQ(x.sheetNames(), QStringList({"STEP"}));
-    EXPECT_EQ(x.text("A1"), "/srv/programs/LINE2.gsp(editing)");
-    EXPECT_EQ(x.text("A2"), "STEP");
-    EXPECT_EQ(x.text("C2"), "Category");
-    EXPECT_EQ(x.text("F2"), "Delay\nKind");
-    EXPECT_EQ(x.text("M2"), "Category");
-    EXPECT_EQ(x.text("P2"), "8");
+    expectTexts(x, {{"A1", "/srv/programs/LINE2.gsp(editing)"},
+                    {"A2", "STEP"},
+                    {"C2", "Category"},
+                    {"F2", "Delay\nKind"},
+                    {"M2", "Category"},
+                    {"P2", "8"},
+                    {"A3", "1"},
+                    {"B3", "first"},
+                    {"D3", "Y001"},
+                    {"G3", "100"},
+                    {"H3", "***"},
+                    {"R4", "65000"},
+                    {"Q4", ""},
+                    {"O4", "***"}});
     EXPECT_EQ(x.fontName("P2"), "Marlett");
     EXPECT_EQ(x.fontName("D3"), "Tahoma");
-
-    EXPECT_TRUE(x.cell("A3").isNumber);
-    EXPECT_EQ(x.text("A3"), "1");
-    EXPECT_EQ(x.text("B3"), "first");
-    EXPECT_EQ(x.text("D3"), "Y001");
-    EXPECT_EQ(x.text("G3"), "100");
-    EXPECT_TRUE(x.cell("G3").isNumber);
-    EXPECT_EQ(x.text("H3"), "***");
-    EXPECT_EQ(x.text("R4"), "65000");
-    EXPECT_TRUE(x.cell("R4").isNumber);
-    EXPECT_EQ(x.text("Q4"), "");
-    EXPECT_EQ(x.text("O4"), "***");
+    for (const char* number : {"A3", "G3", "R4"})
+        EXPECT_TRUE(x.cell(number).isNumber) << number;
     // The disabled third step is filled in the disabled colour across A to AB.
     EXPECT_EQ(x.fill("A5"), "FFD0D0D0");
     EXPECT_EQ(x.fill("AB5"), "FFD0D0D0");
@@ -111,12 +115,13 @@ TEST_F(WorkbookTest, ColumnsRowsAndPageAreSetUpForPrinting) {
 
     EXPECT_EQ(x.attribute("pageSetup", "orientation"), "landscape");
     EXPECT_EQ(x.attribute("pageSetup", "scale"), "75");
-    EXPECT_EQ(x.attribute("pageMargins", "left"), "0.4");
-    EXPECT_EQ(x.attribute("pageMargins", "right"), "0.4");
-    EXPECT_EQ(x.attribute("pageMargins", "top"), "0.4");
-    EXPECT_EQ(x.attribute("pageMargins", "bottom"), "0.3");
-    EXPECT_EQ(x.attribute("pageMargins", "header"), "0.1");
-    EXPECT_EQ(x.attribute("pageMargins", "footer"), "0.1");
+    for (const auto& [side, inches] : {std::pair{"left", "0.4"},
+                                       {"right", "0.4"},
+                                       {"top", "0.4"},
+                                       {"bottom", "0.3"},
+                                       {"header", "0.1"},
+                                       {"footer", "0.1"}})
+        EXPECT_EQ(x.attribute("pageMargins", side), inches) << side;
     EXPECT_EQ(x.oddHeader(), "&C&9Filename:&F  Sheetname:&A  &PPage  &D");
     EXPECT_TRUE(x.oddFooter().isEmpty());
     EXPECT_EQ(x.attribute("sheetView", "showGridLines"), "0");
@@ -126,14 +131,14 @@ TEST_F(WorkbookTest, InputsFirstPutsInputTitlesAtCAndOutputTitlesAtS) {
     options.locateInpFirst = true;
     const XlsxFile x = written("inputs.xlsx");
     ASSERT_TRUE(x.ok());
-    EXPECT_EQ(x.text("C2"), "Category");
-    EXPECT_EQ(x.text("D2"), "Input");
-    EXPECT_EQ(x.text("E2"), "Stat.");
-    EXPECT_EQ(x.text("S2"), "Category");
-    EXPECT_EQ(x.text("T2"), "Output");
-    EXPECT_EQ(x.text("X2"), "Category");
-    EXPECT_EQ(x.text("D3"), "X001");
-    EXPECT_EQ(x.text("T3"), "Y001");
+    expectTexts(x, {{"C2", "Category"},
+                    {"D2", "Input"},
+                    {"E2", "Stat."},
+                    {"S2", "Category"},
+                    {"T2", "Output"},
+                    {"X2", "Category"},
+                    {"D3", "X001"},
+                    {"T3", "Y001"}});
 }
 
 TEST_F(WorkbookTest, ReplacesAnOldWorkbookAndLeavesItWhenWritingFails) {

@@ -227,13 +227,6 @@ TEST(SheetChecks, EachCheckSelectsItsCellInBothLayouts) {
     }
 }
 
-TEST(SheetChecks, MessagesReadAsTheTable) {
-    // The CLI prints the composed text of the failing check.
-    EXPECT_EQ(messageText(52), QStringLiteral("Input block or END missed."));
-    EXPECT_EQ(messageText(112), QStringLiteral("JMP, CALL and  RETURN can be input either one."));
-    EXPECT_EQ(messageText(154), QStringLiteral("*** is missing."));
-}
-
 TEST(SheetRowQueries, SafeBottomRowAndLastRows) {
     SheetFixture f;
     EXPECT_EQ(f.editor->queries().GetLastInputRow(), -1);
