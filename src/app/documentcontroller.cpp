@@ -18,6 +18,7 @@
 #include <QLayout>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QStatusBar>
 #include <QTableView>
 #include <QUrl>
 
@@ -41,6 +42,7 @@ DocumentController::DocumentController(AppContext& context, StepSheetEditor& use
                                       CommTransfer::StepProgram, false, m_dialogParent);
     };
     m_opener = [](const QString& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(path)); };
+    m_dataLookup = [](const QString& relative) { return paths::dataPath(relative); };
     m_print = std::make_unique<PrintController>(context, *m_documents, dialogParent);
 }
 
@@ -99,6 +101,9 @@ void DocumentController::attachWindows(StepEditorWindow& user, ComparisonWindowF
     connect(&user, &StepEditorWindow::changed, this, [this] { m_documents->user().setChanged(true); });
     // Clearing a block of cells takes an undo snapshot of the sheet as it was.
     connect(&user, &StepEditorWindow::snapshotRequested, this, [this] { m_documents->user().SaveCurrent(); });
+    // An accepted cell edit can be undone: the sheet as it was is kept in memory.
+    connect(&user, &StepEditorWindow::cellEdited, this,
+            [this](const QByteArray& cellsBefore) { m_documents->user().recordCellEdit(cellsBefore); });
     // The user editor closes only with the application, once its question was answered.
     user.setCloseGuard([this] {
         if (m_applicationClosing)
@@ -109,7 +114,7 @@ void DocumentController::attachWindows(StepEditorWindow& user, ComparisonWindowF
     EditorWindowHooks hooks;
     hooks.setTitle = [this](int usrcmp, const QString& title) {
         if (StepEditorWindow* w = window(usrcmp))
-            w->setWindowTitle(title);
+            w->setCaption(title);
     };
     hooks.focusGrid = [this](int usrcmp) {
         if (StepEditorWindow* w = window(usrcmp))
@@ -137,6 +142,29 @@ void DocumentController::attachWindows(StepEditorWindow& user, ComparisonWindowF
         });
     }
     setWindowHooks(hooks);
+    m_mainWindow = mainWindow;
+    // The status bar is there from the start, so that the first save does not shrink the
+    // area the editors are arranged in.
+    if (mainWindow)
+        mainWindow->statusBar();
+    DocumentHooks& state = m_documents->hooks();
+    state.stateChanged = [this](int usrcmp) { showDocumentState(usrcmp); };
+    state.saved = [this](const QString& path) {
+        if (m_mainWindow)
+            m_mainWindow->statusBar()->showMessage(
+                QStringLiteral("Saved to %1").arg(QDir::toNativeSeparators(path)));
+    };
+    showDocumentState(0);
+}
+
+void DocumentController::showDocumentState(int usrcmp) {
+    // The comparison window is not made for this: it shows its state once it exists.
+    StepEditorWindow* w = usrcmp == 0 ? m_userWindow.data() : m_comparisonWindow.data();
+    if (!w)
+        return;
+    const StepDocument& doc = m_documents->document(usrcmp);
+    w->setWindowModified(doc.IsChanged());
+    w->setRedoAvailable(doc.canRedo());
 }
 
 QStringList DocumentController::documentKeys() {
@@ -145,7 +173,8 @@ QStringList DocumentController::documentKeys() {
         QStringLiteral("keyREAD_HIKAKU1"), QStringLiteral("keySAVE"),       QStringLiteral("keyOVERWRITE"),
         QStringLiteral("keySAVEAS"),       QStringLiteral("InitialPath"),   QStringLiteral("keyUNDO"),
         QStringLiteral("keyPASS"),         QStringLiteral("keyHelpManual"), QStringLiteral("keyREAD_USER2"),
-        QStringLiteral("keyREAD_HIKAKU2"), QStringLiteral("keySAVE2")};
+        QStringLiteral("keyREAD_HIKAKU2"), QStringLiteral("keySAVE2"),      QStringLiteral("keyHelp"),
+        QStringLiteral("keyREDO")};
 }
 
 bool DocumentController::handleKey(int usrcmp, const QString& key, bool fromMenu) {
@@ -163,8 +192,9 @@ bool DocumentController::handleKey(int usrcmp, const QString& key, bool fromMenu
         return false;
     StepDocument& doc = m_documents->document(usrcmp);
     // The comparison editor shows a program; only copying, finding, printing, the memo,
-    // the password dialog (read-only) and the manual work there.
-    const bool userOnly = key != QLatin1String("keyPASS") && key != QLatin1String("keyHelpManual");
+    // the password dialog (read-only), the help and the manual work there.
+    const bool userOnly = key != QLatin1String("keyPASS") && key != QLatin1String("keyHelpManual") &&
+                          key != QLatin1String("keyHelp");
     if (usrcmp != 0 && userOnly)
         return true;
     if (key == QLatin1String("keyNew")) {
@@ -193,10 +223,14 @@ bool DocumentController::handleKey(int usrcmp, const QString& key, bool fromMenu
         m_documents->InitialPathCommand();
     } else if (key == QLatin1String("keyUNDO")) {
         doc.UndoCommand();
+    } else if (key == QLatin1String("keyREDO")) {
+        doc.RedoCommand();
     } else if (key == QLatin1String("keyPASS")) {
         doc.InputPassword();
     } else if (key == QLatin1String("keyHelpManual")) {
         openManual();
+    } else if (key == QLatin1String("keyHelp")) {
+        openHelp();
     }
     return true;
 }
@@ -240,9 +274,20 @@ fInpMemo* DocumentController::openMemoWindow(int usrcmp) {
     return memo;
 }
 
+void DocumentController::openHelp() {
+    const QString path = m_dataLookup(QLatin1String(paths::kHelpIndex));
+    if (!QFileInfo(path).isFile() || !m_opener(path))
+        m_context.prompter->showMessage(139, 2);
+}
+
 void DocumentController::openManual() {
-    const QString path = QDir(paths::exeFolder()).filePath(QStringLiteral("step_help1.pdf"));
-    if (!QFileInfo(path).isFile() || !m_opener || !m_opener(path))
+    const QString path = m_dataLookup(QLatin1String(paths::kHelpManual));
+    if (!QFileInfo(path).isFile()) {
+        m_context.prompter->showMessage(139, 2);
+        return;
+    }
+    // The manual is there: only a missing PDF viewer can keep it closed.
+    if (!m_opener(path))
         m_context.prompter->showMessage(157, 2);
 }
 

@@ -72,10 +72,15 @@ public:
     fInpMemo* openMemoWindow(int usrcmp);
     fInpMemo* memoWindow() const { return m_memo; }
 
-    // "step_help1.pdf" beside the executable; message 157 when it cannot be opened.
+    // The user guide ("keyHelp") and the printable manual ("keyHelpManual"), opened with
+    // the desktop's viewer. A missing file gives message 139; a manual that no program
+    // could open, 157.
+    void openHelp();
     void openManual();
-    // Tests replace the desktop's opener of files.
+    // Tests replace the desktop's opener of files and the look-up of the delivered files
+    // (paths::dataPath).
     void setOpener(std::function<bool(const QString&)> opener) { m_opener = std::move(opener); }
+    void setDataLookup(std::function<QString(const QString&)> lookup) { m_dataLookup = std::move(lookup); }
 
     // The print command of both editors ("keyPRINT").
     PrintController& printController() { return *m_print; }
@@ -93,6 +98,8 @@ private:
     // Connects one editor window's commands (both editors alike).
     void attachWindow(int usrcmp, StepEditorWindow& window);
     StepEditorWindow* window(int usrcmp);
+    // The window's unsaved-changes mark and its Redo follow the document.
+    void showDocumentState(int usrcmp);
 
     AppContext& m_context;
     MachineLink m_link;
@@ -103,8 +110,10 @@ private:
     QPointer<fInpMemo> m_memo;
     QPointer<StepEditorWindow> m_userWindow;
     QPointer<StepEditorWindow> m_comparisonWindow;
+    QPointer<MainWindow> m_mainWindow; // its status bar tells where a save went
     ComparisonWindowFactory m_makeComparison;
     std::function<bool(const QString&)> m_opener;
+    std::function<QString(const QString&)> m_dataLookup;
     bool m_shutDown = false;
     bool m_applicationClosing = false; // the close question was answered: the editors may go
 };

@@ -1,4 +1,5 @@
 #include "finpmemo.h"
+#include "tabchain.h"
 
 #include "editorresources.h"
 
@@ -63,6 +64,10 @@ fInpMemo::fInpMemo(Documents& documents, int usrcmp, Settings* settings, QWidget
     layout->addWidget(m_txtMemo, 1);
     layout->addWidget(fileBox);
     layout->addLayout(bottom);
+    // Tab leaves the note for the controls below it, top to bottom, left to right; a
+    // note is plain lines for the machine's display, where a tab has no use.
+    m_txtMemo->setTabChangesFocus(true);
+    setTabChain({m_txtMemo, m_buttons[2], m_buttons[3], m_cboFontSize, m_buttons[0], m_buttons[1]});
     SetFontSize(this);
 
     for (int size = kFontMin; size <= kFontMax; ++size)

@@ -1,4 +1,5 @@
 #include "finppassword.h"
+#include "tabchain.h"
 
 #include "base/messages.h"
 #include "document/passwordrules.h"
@@ -55,6 +56,7 @@ fInpPassword::fInpPassword(int usrcmp, const QString& password, const QString& a
     layout->addLayout(grid);
     layout->addLayout(buttons);
 
+    setTabChain({m_txtPassword, m_txtAuthor, m_ok, m_cancel});
     m_ok->setDefault(true);
     m_ok->setEnabled(usrcmp == 0);
     m_txtPassword->installEventFilter(this);

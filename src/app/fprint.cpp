@@ -1,4 +1,5 @@
 #include "fprint.h"
+#include "tabchain.h"
 
 #include "base/prompter.h"
 #include "base/settings.h"
@@ -74,6 +75,9 @@ void fPrint::buildControls() {
     }
     for (int i : {4, 1, 2, 3})
         buttons->addWidget(m_btn[i]);
+    // What to print, the options, then the buttons in the order they stand.
+    setTabChain({m_lst, m_btnSel[1], m_btnSel[2], m_chkPrintMemo, m_chkOnlyDif, m_chkEveryMode, m_btn[4],
+                 m_btn[1], m_btn[2], m_btn[3]});
     m_btn[1]->setDefault(true);
     connect(m_btn[1], &QPushButton::clicked, this, [this] {
         if (StartPrinting(false))

@@ -1,4 +1,5 @@
 #include "fselkino.h"
+#include "tabchain.h"
 
 #include "editorresources.h"
 
@@ -71,6 +72,7 @@ fSelKino::fSelKino(Settings* settings, Prompter& prompter, QWidget* parent)
     m_btnCancel = new QPushButton(QStringLiteral("&Cancel"), this);
     m_btnSelect->setAutoDefault(false);
     m_btnCancel->setAutoDefault(false);
+    setTabChain({m_tv, m_chk, m_btnSelect, m_btnCancel});
     connect(m_btnSelect, &QPushButton::clicked, this, &fSelKino::selectOp);
     connect(m_btnCancel, &QPushButton::clicked, this, &fSelKino::cancelOp);
 

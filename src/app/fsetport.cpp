@@ -1,4 +1,5 @@
 #include "fsetport.h"
+#include "tabchain.h"
 
 #include "base/messages.h"
 #include "base/settings.h"
@@ -34,6 +35,7 @@ fSetPort::fSetPort(Settings* settings, QWidget* parent)
     connect(ok, &QPushButton::clicked, this, &fSetPort::confirm);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
+    setTabChain({m_cboPort, ok, cancel});
     auto* row = new QHBoxLayout;
     row->addWidget(label);
     row->addWidget(m_cboPort, 1);

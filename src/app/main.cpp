@@ -1,3 +1,4 @@
+#include "applicationrestart.h"
 #include "mainwindow.h"
 #include "startup.h"
 
@@ -63,29 +64,39 @@ int main(int argc, char** argv) {
     vkm::StartupOptions options;
     options.archiveOverride = args.archive;
     options.commandLine = args.commandLine;
-    vkm::Startup startup(options);
-    if (!startup.run())
-        return 1;
+    int rc = 0;
+    {
+        vkm::Startup startup(options);
+        if (!startup.run())
+            return 1;
 
-    if (!args.screenshot.isEmpty()) {
-        QTimer::singleShot(0, &app, [&] {
-            QApplication::processEvents();
-            const bool saved = startup.mainWindow()->grab().save(args.screenshot, "PNG");
-            if (!saved)
-                std::fprintf(stderr, "Cannot write %s\n", qPrintable(args.screenshot));
-            app.exit(saved ? 0 : 1);
-        });
+        if (!args.screenshot.isEmpty()) {
+            QTimer::singleShot(0, &app, [&] {
+                QApplication::processEvents();
+                const bool saved = startup.mainWindow()->grab().save(args.screenshot, "PNG");
+                if (!saved)
+                    std::fprintf(stderr, "Cannot write %s\n", qPrintable(args.screenshot));
+                app.exit(saved ? 0 : 1);
+            });
+        }
+        if (args.exitWhenShown) {
+            QTimer::singleShot(0, &app, [&] {
+                QApplication::processEvents(); // the shown window's first paint
+                const auto now = std::chrono::steady_clock::now().time_since_epoch();
+                std::printf("shown %lld\n",
+                            static_cast<long long>(
+                                std::chrono::duration_cast<std::chrono::nanoseconds>(now).count()));
+                std::fflush(stdout);
+                app.exit(0);
+            });
+        }
+        rc = app.exec();
     }
-    if (args.exitWhenShown) {
-        QTimer::singleShot(0, &app, [&] {
-            QApplication::processEvents(); // the shown window's first paint
-            const auto now = std::chrono::steady_clock::now().time_since_epoch();
-            std::printf(
-                "shown %lld\n",
-                static_cast<long long>(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count()));
-            std::fflush(stdout);
-            app.exit(0);
-        });
+    // The run has shut down and released everything, its instance lock among it: an
+    // option that takes effect only at a start starts the editor again.
+    if (vkm::ApplicationRestart::requested() && !vkm::ApplicationRestart::startAgain()) {
+        std::fprintf(stderr, "Cannot start %s again\n", qPrintable(QCoreApplication::applicationFilePath()));
+        return 1;
     }
-    return app.exec();
+    return rc;
 }

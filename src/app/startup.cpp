@@ -11,6 +11,8 @@
 #include "custom/ccustominps.h"
 #include "custom/ccustomouts.h"
 #include "custom/initialfiles.h"
+#include "customizeeasycontroller.h"
+#include "differencehighlight.h"
 #include "documentcontroller.h"
 #include "errordialogsink.h"
 #include "finpmemo.h"
@@ -135,6 +137,7 @@ void Startup::CreateActiveX() {
 
 bool Startup::InitMainWindow() {
     m_window = std::make_unique<MainWindow>(m_context.settings);
+    m_window->setPrompter(m_context.prompter);
     if (auto* gui = dynamic_cast<GuiPrompter*>(m_context.prompter))
         gui->setParentWidget(m_window.get());
     const int width = m_options.screenWidth ? m_options.screenWidth() : primaryScreenWidth();
@@ -199,6 +202,11 @@ QMdiSubWindow* Startup::createUserEditor() {
                                                        m_window.get(), mdi);
     m_documents->attachWindows(
         *m_userWindow, [this] { return makeComparisonWindow(); }, m_window.get());
+    m_differences = std::make_unique<DifferenceHighlight>(m_userWindow->editor(), *m_comparisonEditor);
+    m_differences->attach(*m_userWindow);
+    m_customize =
+        std::make_unique<CustomizeEasyController>(m_context, m_documents->machineLink(), mdi, m_window.get());
+    m_window->setCustomizeEasyHandler([this](int kind) { m_customize->ReadCustomizeEasy(kind); });
     if (!m_openProgram)
         m_openProgram = [this](const QString& file) { m_documents->documents().user().ReadStep(0, 0, file); };
     // The user editor starts with an empty program, as after "New".
@@ -211,6 +219,8 @@ QMdiSubWindow* Startup::createUserEditor() {
 StepEditorWindow* Startup::makeComparisonWindow() {
     auto* comparison = new StepEditorWindow(m_context, 1, *m_comparisonEditor);
     m_window->mdiArea()->addSubWindow(comparison)->hide();
+    if (m_differences)
+        m_differences->attach(*comparison);
     return comparison;
 }
 
@@ -229,6 +239,8 @@ void Startup::ReleaseActiveX() {
     // hold pointers to the shared objects below.
     if (m_documents)
         m_documents->shutdown();
+    m_customize.reset();   // its window first: it reads the machine through the documents' link
+    m_differences.reset(); // it listens to both editors' sheets
     m_documents.reset();
     m_userEditor = nullptr;
     m_userWindow = nullptr;

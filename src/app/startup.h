@@ -12,6 +12,8 @@ class QMdiSubWindow;
 namespace vkm {
 
 class CCustomInps;
+class CustomizeEasyController;
+class DifferenceHighlight;
 class DocumentController;
 class StepEditorWindow;
 class CCustomOuts;
@@ -59,6 +61,10 @@ public:
     // nullptr until a comparison program is first opened.
     StepEditorWindow* comparisonEditorWindow() const;
     DocumentController* documents() const { return m_documents.get(); }
+    // The easy customisation of the main window.
+    CustomizeEasyController* customizeEasy() const { return m_customize.get(); }
+    // The marks of the differences between the user and the comparison program.
+    DifferenceHighlight* differences() const { return m_differences.get(); }
     // True when every initial file was read.
     bool initialFilesRead() const { return m_initialFilesRead; }
 
@@ -104,6 +110,8 @@ private:
     QMdiSubWindow* m_userEditor = nullptr;
     StepEditorWindow* m_userWindow = nullptr;
     std::unique_ptr<DocumentController> m_documents;
+    std::unique_ptr<CustomizeEasyController> m_customize;
+    std::unique_ptr<DifferenceHighlight> m_differences;
     bool m_initialFilesRead = false;
     std::function<void(const QString&)> m_openProgram;
 };

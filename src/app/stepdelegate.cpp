@@ -206,27 +206,34 @@ bool StepDelegate::eventFilter(QObject* object, QEvent* event) {
     const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
     if (!tab && !(enter && edit))
         return QStyledItemDelegate::eventFilter(object, event);
-    auto* editor = static_cast<QWidget*>(object);
+    // The view would open the neighbour's editor itself on Tab, past every rule of that
+    // cell: the edit ends here and the window moves the current cell instead.
+    if (commitAndClose(static_cast<QWidget*>(object)) && tab)
+        Q_EMIT tabbedOut(key == Qt::Key_Tab ? 1 : -1);
+    return true;
+}
+
+bool StepDelegate::commitAndClose(QWidget* editor) {
     m_refused = false;
     m_committing = true;
     Q_EMIT commitData(editor);
     m_committing = false;
     if (m_refused) {
-        if (edit) {
+        if (auto* edit = qobject_cast<QLineEdit*>(editor)) {
             edit->setText(m_restoreText);
             edit->selectAll();
         }
         // The message box had the keyboard: give it back to the editor's window and cell.
         editor->window()->activateWindow();
         editor->setFocus();
-        return true;
+        return false;
     }
-    // The view would open the neighbour's editor itself on Tab, past every rule of that
-    // cell: the edit ends here and the window moves the current cell instead.
-    Q_EMIT closeEditor(editor, tab ? QAbstractItemDelegate::NoHint : QAbstractItemDelegate::SubmitModelCache);
-    if (tab)
-        Q_EMIT tabbedOut(key == Qt::Key_Tab ? 1 : -1);
+    Q_EMIT closeEditor(editor, QAbstractItemDelegate::NoHint);
     return true;
+}
+
+void StepDelegate::abandon(QWidget* editor) {
+    Q_EMIT closeEditor(editor, QAbstractItemDelegate::RevertModelCache);
 }
 
 } // namespace vkm

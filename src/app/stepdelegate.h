@@ -34,6 +34,12 @@ public:
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
 
+    // Ends an open cell edit as Enter does: false (the editor kept open with the cell's
+    // text and the message shown) when the text is refused.
+    bool commitAndClose(QWidget* editor);
+    // Closes an open cell editor without storing what it holds.
+    void abandon(QWidget* editor);
+
 Q_SIGNALS:
     // Tab (+1) or Shift+Tab (-1) ended an edit: the current cell moves one column, and
     // the next cell opens only when the user starts editing it.

@@ -1,6 +1,8 @@
 #include "stepeditorwindow.h"
 
 #include "appcontext.h"
+#include "commandshortcuts.h"
+#include "editorcommands.h"
 #include "fselcategory.h"
 #include "functionchooser.h"
 #include "stepdelegate.h"
@@ -110,6 +112,9 @@ StepEditorWindow::StepEditorWindow(AppContext& context, int USRCMP, StepSheetEdi
     m_editor = external ? external : m_ownEditor.get();
 
     m_toolBar = new StepToolBar(this);
+    // The toolbar's keys work wherever the focus is in this window: the grid, an open
+    // cell editor, the toolbar.
+    addActions(m_toolBar->shortcutActions());
     buildGrid();
     buildHintPane();
     buildContextMenu();
@@ -129,6 +134,7 @@ StepEditorWindow::StepEditorWindow(AppContext& context, int USRCMP, StepSheetEdi
         m_categoryChooser = m_dialogs->categoryChooser();
     }
     wireHooks();
+    m_commands = std::make_unique<EditorCommands>(m_context, *this);
 
     const bool captions = !m_context.settings || m_context.settings->value(keys::DoesViewButtonCaption);
     ShowButtonCaption(captions);
@@ -137,8 +143,14 @@ StepEditorWindow::StepEditorWindow(AppContext& context, int USRCMP, StepSheetEdi
     setHintVisible(hint);
     if (isComparison()) {
         for (const char* key : {"keyNew", "keyOPEN", "keySAVE", "keyCUT", "keyPASTE", "keyROWINSERT",
-                                "keyUNDO", "keyPULSE", "keyREM"})
-            action(QString::fromLatin1(key))->setEnabled(false);
+                                "keyUNDO", "keyREDO", "keyPULSE", "keyREM"}) {
+            QAction* a = action(QString::fromLatin1(key));
+            a->setEnabled(false);
+            // The items of a disabled button's menu go with it, and so do their keys.
+            if (a->menu())
+                for (QAction* item : a->menu()->actions())
+                    item->setEnabled(false);
+        }
         menuAction(QStringLiteral("keyFUZOKU"), QStringLiteral("keyPASS"))->setEnabled(false);
     }
     updateTitle();
@@ -149,6 +161,9 @@ StepEditorWindow::StepEditorWindow(AppContext& context, int USRCMP, StepSheetEdi
 }
 
 StepEditorWindow::~StepEditorWindow() {
+    if (m_ownEditor)
+        Q_EMIT ownEditorGoing();
+    m_commands.reset();
     m_editor->sheet().removeListener(m_selectionListener);
     // The model listens to the sheet; it goes before the editor that owns the sheet.
     m_grid->setModel(nullptr);
@@ -202,6 +217,18 @@ void StepEditorWindow::buildGrid() {
         if (index.isValid() && StepSheet::isStepRow(index.row()))
             m_contextMenu->popup(m_grid->viewport()->mapToGlobal(pos));
     });
+    // The step numbers: a right click there works on whole rows.
+    m_grid->verticalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_grid->verticalHeader(), &QHeaderView::customContextMenuRequested, this,
+            [this](const QPoint& pos) {
+                QHeaderView* steps = m_grid->verticalHeader();
+                const int row = steps->logicalIndexAt(pos);
+                if (!StepSheet::isStepRow(row))
+                    return;
+                if (!m_grid->selectionModel()->isRowSelected(row, {}))
+                    m_grid->selectRow(row);
+                m_contextMenu->popup(steps->viewport()->mapToGlobal(pos));
+            });
     connect(m_delegate, &QAbstractItemDelegate::closeEditor, this, [this] { PrintHint(); });
     connect(m_delegate, &StepDelegate::tabbedOut, this, &StepEditorWindow::moveAcross);
     m_selectionListener = m_editor->sheet().addSelectionListener([this] { followSheetSelection(); });
@@ -233,8 +260,12 @@ void StepEditorWindow::buildContextMenu() {
     const std::pair<const char*, const char*> items[] = {
         {"&Delete", "keyCUT"}, {"&Copy", "keyCOPY"}, {"&Paste", "keyPASTE"}, {"&Insert", "keyROWINSERT"}};
     for (const auto& [text, key] : items) {
-        QAction* a = m_contextMenu->addAction(QString::fromLatin1(text));
         const QString command = QString::fromLatin1(key);
+        // The entry shows the key of its command; the key itself is the grid's or the
+        // toolbar's, so that it is bound once.
+        const QString keyText = shortcuts::text(command);
+        QAction* a = m_contextMenu->addAction(QString::fromLatin1(text) +
+                                              (keyText.isEmpty() ? QString() : QLatin1Char('\t') + keyText));
         a->setObjectName(command);
         connect(a, &QAction::triggered, this, [this, command] { action(command)->trigger(); });
     }
@@ -245,15 +276,35 @@ void StepEditorWindow::buildContextMenu() {
     });
 }
 
+bool StepEditorWindow::finishCellEdit(const QString& key) {
+    QWidget* open = m_grid->indexWidget(m_grid->currentIndex());
+    if (!open)
+        return true;
+    // Undo and redo work on the grid: what the open editor holds is dropped, as its own
+    // undo would drop it. Every other command ends the edit as leaving the cell does and
+    // does not run when the text is refused.
+    if (key == QLatin1String("keyUNDO") || key == QLatin1String("keyREDO")) {
+        m_delegate->abandon(open);
+        m_grid->setFocus();
+        return true;
+    }
+    return m_delegate->commitAndClose(open);
+}
+
 void StepEditorWindow::connectToolbar() {
     connect(m_toolBar, &StepToolBar::commandTriggered, this, [this](const QString& key) {
+        if (!finishCellEdit(key))
+            return;
         if (key == QLatin1String("keyFUZOKU")) {
             m_context.prompter->showMessage(98, 2);
             return;
         }
         Q_EMIT commandTriggered(key);
     });
-    connect(m_toolBar, &StepToolBar::menuTriggered, this, &StepEditorWindow::menuTriggered);
+    connect(m_toolBar, &StepToolBar::menuTriggered, this, [this](const QString& button, const QString& item) {
+        if (finishCellEdit(item))
+            Q_EMIT menuTriggered(button, item);
+    });
 }
 
 void StepEditorWindow::wireHooks() {
@@ -275,6 +326,7 @@ void StepEditorWindow::wireHooks() {
     hooks.pulseRefresh = [this](int row) { Q_EMIT pulseRefreshRequested(row); };
     hooks.functionChanged = [this](int row, int col) { Q_EMIT functionChanged(row, col); };
     hooks.snapshot = [this] { Q_EMIT snapshotRequested(); };
+    hooks.cellEdited = [this](const QByteArray& cellsBefore) { Q_EMIT cellEdited(cellsBefore); };
     m_editor->setHooks(std::move(hooks));
 }
 
@@ -329,7 +381,16 @@ QString StepEditorWindow::CreateMyCaption() const {
 }
 
 void StepEditorWindow::updateTitle() {
-    setWindowTitle(CreateMyCaption());
+    setCaption(CreateMyCaption());
+}
+
+void StepEditorWindow::setCaption(const QString& caption) {
+    // "[*]" shows the mark of unsaved changes (setWindowModified) and nothing otherwise.
+    setWindowTitle(caption + QStringLiteral("[*]"));
+}
+
+void StepEditorWindow::setRedoAvailable(bool available) {
+    action(QStringLiteral("keyREDO"))->setEnabled(available && !isComparison());
 }
 
 // Hint pane, remark column, colours --------------------------------------------------

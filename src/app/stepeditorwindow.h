@@ -14,6 +14,7 @@ class QTableView;
 namespace vkm {
 
 struct AppContext;
+class EditorCommands;
 class FunctionChooserDialogs;
 class StepDelegate;
 class StepTableModel;
@@ -44,6 +45,8 @@ public:
     StepTableModel* model() const { return m_model; }
     StepToolBar* toolBar() const { return m_toolBar; }
     QMenu* contextMenu() const { return m_contextMenu; }
+    // Cut, copy, paste, insert, rem, the find and the pulse window.
+    EditorCommands* commands() const { return m_commands.get(); }
 
     // Toolbar buttons and drop-down items, for the document to enable and connect.
     QAction* action(const QString& key) const;
@@ -62,6 +65,11 @@ public:
     void setFromMachine(bool fromMachine);
     void setAuthor(const QString& author);
     QString CreateMyCaption() const;
+    // Sets the window title to a caption, marked when the program has unsaved changes
+    // (setWindowModified).
+    void setCaption(const QString& caption);
+    // Redo is offered while the document has something to redo.
+    void setRedoAvailable(bool available);
 
     // The changed flag of the document (set by every accepted edit).
     bool IsChanged() const { return m_changed; }
@@ -99,6 +107,11 @@ Q_SIGNALS:
     // Emitted (directly) before the editor clears a block, so that the document can take
     // its undo snapshot of the sheet as it was.
     void snapshotRequested();
+    // An accepted cell edit changed the sheet; cellsBefore is the sheet as it found it.
+    void cellEdited(const QByteArray& cellsBefore);
+    // The window is being destroyed and the editor it owns (with its sheet) goes with it;
+    // emitted first thing, while the sheet is still whole. Never for a borrowed editor.
+    void ownEditorGoing();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -110,6 +123,9 @@ private:
     void buildHintPane();
     void buildContextMenu();
     void connectToolbar();
+    // Ends an open cell edit before the command key runs; false when the command must
+    // not run (the typed text was refused).
+    bool finishCellEdit(const QString& key);
     void applyColumnWidths();
     void wireHooks();
     bool handleGridKey(QKeyEvent* key);
@@ -148,6 +164,7 @@ private:
     bool m_layingOut = false; // column widths set by the window, not the user
     std::function<bool()> m_closeGuard;
     QAbstractButton* m_corner = nullptr; // the corner above the step numbers
+    std::unique_ptr<EditorCommands> m_commands;
 };
 
 } // namespace vkm

@@ -1,5 +1,6 @@
 #include "steptoolbar.h"
 
+#include "commandshortcuts.h"
 #include "editorresources.h"
 
 #include <QMenu>
@@ -26,6 +27,7 @@ const Button kButtons[] = {
     {"keyPASTE", "Paste"},
     {"keyROWINSERT", "Insert"},
     {"keyUNDO", "Undo"},
+    {"keyREDO", "Redo"},
     {"", ""},
     {"keyPULSE", "Pulse"},
     {"", ""},
@@ -38,9 +40,20 @@ const Button kButtons[] = {
 
 const QString kFindTip = QStringLiteral("Find function / replace(CTRL+F)");
 
-// Work that is not part of the editor yet: present, never pretending to run.
-const QStringList kNotYet = {"keyFind",      "keyCUT",   "keyCOPY", "keyPASTE",
-                             "keyROWINSERT", "keyPULSE", "keyREM",  "keyHelp"};
+// The command whose keys a button shows: Open and Save run their first item.
+QString commandOfButton(const QString& key) {
+    if (key == QLatin1String("keyOPEN"))
+        return QStringLiteral("keyREAD_USER1");
+    if (key == QLatin1String("keySAVE"))
+        return QStringLiteral("keyOVERWRITE");
+    return key;
+}
+
+QString toolTipOf(const QString& key) {
+    if (key == QLatin1String("keyFind"))
+        return kFindTip; // names its key already
+    return shortcuts::withKey(StepToolBar::GetButtonCaption(key), commandOfButton(key));
+}
 } // namespace
 
 QString StepToolBar::GetButtonCaption(const QString& key) {
@@ -85,20 +98,38 @@ StepToolBar::StepToolBar(QWidget* parent) : QToolBar(parent) {
     addMenuItem("keySAVE", "keySAVE2", "&3  Save(To sewing machine)");
     addMenuItem("keyFUZOKU", "keyREM", "&1  Input note");
     addMenuItem("keyFUZOKU", "keyPASS", "&2  Pasword, Author");
+    addMenuItem("keyFUZOKU", "keyHelpManual", "&3  Manual (PDF)");
 
-    for (const QString& key : kNotYet)
-        m_buttons.value(key)->setEnabled(false);
     // The machine link is not part of the editor yet.
     menuAction("keyOPEN", "keyREAD_USER2")->setEnabled(false);
     menuAction("keyOPEN", "keyREAD_HIKAKU2")->setEnabled(false);
     menuAction("keySAVE", "keySAVE2")->setEnabled(false);
+    // Nothing is undone yet: the document enables Redo after an undo.
+    m_buttons.value(QStringLiteral("keyREDO"))->setEnabled(false);
+    bindShortcuts();
     ShowButtonCaption(true);
+}
+
+void StepToolBar::bindShortcuts() {
+    const auto bind = [this](QAction* a, const QString& command) {
+        if (!a || !shortcuts::boundByWindow(command))
+            return;
+        a->setShortcuts(shortcuts::keys(command));
+        // Each editor window answers its own keys: the one with the focus runs them.
+        a->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        m_shortcutActions << a;
+    };
+    for (auto it = m_buttons.cbegin(); it != m_buttons.cend(); ++it)
+        if (commandOfButton(it.key()) == it.key())
+            bind(it.value(), it.key());
+    for (auto it = m_items.cbegin(); it != m_items.cend(); ++it)
+        bind(it.value(), it.value()->objectName());
 }
 
 QAction* StepToolBar::addButton(const QString& key, const QString& imageKey) {
     QAction* a = addAction(editorIcon(imageKey), GetButtonCaption(key));
     a->setObjectName(key);
-    a->setToolTip(key == QLatin1String("keyFind") ? kFindTip : GetButtonCaption(key));
+    a->setToolTip(toolTipOf(key));
     m_buttons.insert(key, a);
     connect(a, &QAction::triggered, this, [this, key] {
         // Open and Save run their first item; Info only points at its menu.
@@ -141,7 +172,7 @@ void StepToolBar::ShowButtonCaption(bool show) {
     m_captions = show;
     setToolButtonStyle(show ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
     for (auto it = m_buttons.cbegin(); it != m_buttons.cend(); ++it)
-        it.value()->setToolTip(it.key() == QLatin1String("keyFind") ? kFindTip : GetButtonCaption(it.key()));
+        it.value()->setToolTip(toolTipOf(it.key()));
 }
 
 } // namespace vkm

@@ -1,12 +1,7 @@
-#include "appcontext.h"
-#include "base/scriptedprompter.h"
-#include "base/settings.h"
-#include "catalogue/cselections.h"
-#include "documentcontroller.h"
+#include "controllerfixture.h"
 #include "finpmemo.h"
-#include "sheet/stepsheeteditor.h"
-#include "testsupport.h"
 
+#include <QFileInfo>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QScreen>
@@ -16,27 +11,12 @@
 namespace vkm::test {
 namespace {
 
-class DocumentCommands : public ::testing::Test {
+class DocumentCommands : public ControllerFixture {
 protected:
     void SetUp() override {
-        const QString setting = QStringLiteral(VKM_SOURCE_DIR "/data/setting");
-        ASSERT_TRUE(selout.ReadSet6_7_8_9e(setting, QStringLiteral("Set08.e")));
-        ASSERT_TRUE(selinp.ReadSet6_7_8_9e(setting, QStringLiteral("Set09.e")));
-        context.prompter = &prompter;
-        context.settings = settings.settings.get();
-        context.selout = &selout;
-        context.selinp = &selinp;
-        controller = std::make_unique<DocumentController>(context, user, cmp, nullptr, &mdi);
+        ControllerFixture::SetUp();
+        startController();
     }
-
-    ScriptedPrompter prompter;
-    CSelections selout, selinp;
-    TempSettings settings;
-    AppContext context;
-    StepSheetEditor user{selout, selinp, prompter, false, false};
-    StepSheetEditor cmp{selout, selinp, prompter, true, false};
-    QMdiArea mdi;
-    std::unique_ptr<DocumentController> controller;
 };
 
 TEST_F(DocumentCommands, KeysReachTheirOperationsOnlyWhereTheyApply) {
@@ -49,10 +29,9 @@ TEST_F(DocumentCommands, KeysReachTheirOperationsOnlyWhereTheyApply) {
     };
     const std::vector<Case> cases = {
         {0, "keyUNDO", false, true, {95}},
-        {1, "keyUNDO", false, true, {}},         // no undo in the comparison editor
-        {1, "keySAVE2", true, true, {}},         // nothing goes to the machine from the comparison editor
-        {0, "keyHelpManual", true, true, {157}}, // no manual beside the test executable
-        {0, "keyREM", false, false, {}},         // the remark button is the grid's
+        {1, "keyUNDO", false, true, {}}, // no undo in the comparison editor
+        {1, "keySAVE2", true, true, {}}, // nothing goes to the machine from the comparison editor
+        {0, "keyREM", false, false, {}}, // the remark button is the grid's
         {0, "keyFind", false, false, {}},
         {1, "keyNew", false, true, {}},
     };
@@ -60,6 +39,59 @@ TEST_F(DocumentCommands, KeysReachTheirOperationsOnlyWhereTheyApply) {
         prompter.clear();
         EXPECT_EQ(controller->handleKey(c.usrcmp, QLatin1String(c.key), c.fromMenu), c.handled) << c.key;
         EXPECT_EQ(prompter.numbers(), c.messages) << c.key;
+    }
+}
+
+TEST_F(DocumentCommands, HelpAndManualOpenTheFilesBesideTheExecutableFromBothEditors) {
+    // The build puts the guide and the manual beside the executables, where a run from the
+    // build finds them before the installed data folder.
+    QStringList opened;
+    controller->setOpener([&](const QString& path) {
+        opened << QFileInfo(path).canonicalFilePath();
+        return true;
+    });
+    const QString bin = QFileInfo(QStringLiteral(VKM_BIN_DIR)).canonicalFilePath();
+    for (int usrcmp : {0, 1}) {
+        opened.clear();
+        prompter.clear();
+        EXPECT_TRUE(controller->handleKey(usrcmp, QStringLiteral("keyHelp"), false));
+        EXPECT_TRUE(controller->handleKey(usrcmp, QStringLiteral("keyHelpManual"), true));
+        EXPECT_EQ(opened, QStringList({bin + "/Help/Eng/Index.html", bin + "/step_help1.pdf"})) << usrcmp;
+        EXPECT_TRUE(prompter.numbers().empty()) << usrcmp;
+    }
+}
+
+TEST_F(DocumentCommands, MissingHelpOrNoViewerGivesOneMessageAndNothingElse) {
+    Scratch dir;
+    const QString present = dir.write("guide", "<h1>Guide</h1>");
+    struct Case {
+        const char* key;
+        bool fileThere;
+        bool viewerThere;
+        int message;
+    };
+    const Case cases[] = {
+        {"keyHelp", false, true, 139},
+        {"keyHelp", true, false, 139},
+        {"keyHelpManual", false, true, 139}, // no manual: not the viewer's fault
+        {"keyHelpManual", true, false, 157},
+    };
+    for (const Case& c : cases) {
+        QStringList asked, opened;
+        controller->setDataLookup([&](const QString& relative) {
+            asked << relative;
+            return c.fileThere ? present : dir.file("missing");
+        });
+        controller->setOpener([&](const QString& path) {
+            opened << path;
+            return c.viewerThere;
+        });
+        prompter.clear();
+        controller->handleKey(0, QLatin1String(c.key), false);
+        EXPECT_EQ(prompter.numbers(), std::vector<int>({c.message})) << c.key << c.fileThere;
+        EXPECT_EQ(asked, QStringList(QLatin1String(c.key == std::string("keyHelp") ? "Help/Eng/Index.html"
+                                                                                   : "step_help1.pdf")));
+        EXPECT_EQ(opened, c.fileThere ? QStringList(present) : QStringList()) << c.key;
     }
 }
 

@@ -10,7 +10,7 @@
 #include "steptoolbar.h"
 
 #include "document/documents.h"
-#include "guitestsupport.h"
+#include "editorfixture.h"
 #include "model/codes.h"
 #include "model/csteps.h"
 
@@ -34,96 +34,8 @@
 
 using namespace vkm;
 
-namespace {
-
-void fillOutputs(CSelections& s) {
-    test::addBasicOutputs(s);
-    s.Add("XS", 80, "Shared name", "OUT", "0", "0");
-    s.Add("XS", 81, "Shared name", "RGST", "0", "0");
-}
-
-void fillInputs(CSelections& s) {
-    s.Add("IN1", 1, "Input 1", "IN", "0", "0");
-    s.Add("IN2", 2, "Input 2", "IN", "0", "0");
-    s.Add("IN3", 3, "Input 3", "IN", "0", "0");
-    s.Add("C1", 60, "Counter 1", "COUNT", "0", "99");
-    s.Add("STEP", 90, "Step", "STEP", "0", "0");
-    s.Add("C5", 5, "Counter 5", "COUNT", "0", "500"); // below 32: it may add and subtract
-}
-
-// A window over a small catalogue, with scripted answers and a scratch settings store.
-struct Editor : test::GuiFixture {
-    AppContext ctx;
-    std::unique_ptr<StepEditorWindow> win;
-
-    explicit Editor(int usrcmp = 0, const std::function<void(Settings&)>& setup = {}) {
-        fillOutputs(out);
-        fillInputs(inp);
-        if (setup)
-            setup(*ts.settings);
-        ctx.settings = ts.settings.get();
-        ctx.prompter = &prompter;
-        ctx.selout = &out;
-        ctx.selinp = &inp;
-        win = std::make_unique<StepEditorWindow>(ctx, usrcmp);
-        win->resize(1260, 700);
-        win->show();
-        QApplication::setActiveWindow(win.get());
-        win->grid()->setFocus();
-    }
-    StepSheetEditor& ed() { return win->editor(); }
-    StepSheet& sheet() { return win->editor().sheet(); }
-    QTableView* grid() { return win->grid(); }
-    int out1() { return sheet().GetcolOutKino1(); }
-    int out2() { return sheet().GetcolOutKino2(); }
-    int in(int group) { return sheet().inputGroupCol(group); }
-
-    void go(int row, int col) { grid()->setCurrentIndex(win->model()->index(row, col)); }
-    QWidget* openEditor(int row, int col) { return grid()->indexWidget(win->model()->index(row, col)); }
-    // Types text on the cell as a user does: the first character opens the cell editor,
-    // the rest goes into it, Enter ends the edit.
-    void type(int row, int col, const QString& text) {
-        go(row, col);
-        // QTest can only name ASCII keys: other text comes as the input method commits it.
-        if (text.at(0).unicode() < 128) {
-            QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, text.left(1));
-            QApplication::sendEvent(grid(), &press);
-        } else {
-            QInputMethodEvent commit;
-            commit.setCommitString(text.left(1));
-            QApplication::sendEvent(grid(), &commit);
-        }
-        QWidget* e = openEditor(row, col);
-        ASSERT_NE(e, nullptr) << "no cell editor opened on " << row << "," << col;
-        auto* line = qobject_cast<QLineEdit*>(e);
-        ASSERT_NE(line, nullptr);
-        line->setText(text); // keyClicks cannot type double-byte characters
-        QTest::keyClick(line, Qt::Key_Return);
-        QCoreApplication::processEvents(); // the delegate commits through a queued call
-    }
-    void setup(int row, int col, const QString& text) {
-        ASSERT_TRUE(ed().entry().enterText(row, col, text)) << row << "," << col << " " << text.toStdString();
-    }
-    // An output group with function, logic and delay kind.
-    void output(int row, int col, const QString& fn, const QString& logic, const QString& kind) {
-        setup(row, col, fn);
-        setup(row, col + 1, logic);
-        setup(row, col + 2, kind);
-    }
-    std::vector<int> messages() const { return prompter.numbers(); }
-};
-
-// Runs action on the next modal dialog once it is up (it opens later, inside a nested loop).
-void whenModal(std::function<void(QWidget*)> action, int triesLeft = 200) {
-    QTimer::singleShot(5, [action = std::move(action), triesLeft]() mutable {
-        if (QWidget* w = QApplication::activeModalWidget())
-            action(w);
-        else if (triesLeft > 0)
-            whenModal(std::move(action), triesLeft - 1);
-    });
-}
-
-} // namespace
+using test::Editor;
+using test::whenModal;
 
 TEST(StepEditorEntry, LowerCaseFunctionIsAcceptedWithItsCategoryAndUnknownNameRefused) {
     Editor e;
@@ -369,10 +281,10 @@ TEST(StepEditorToolbar, CaptionsMenusAndCommands) {
     EXPECT_EQ(e.win->menuAction("keyOPEN", "keyREAD_USER1")->text(), "&1  Open...");
     EXPECT_EQ(e.win->menuAction("keyOPEN", "InitialPath")->text(), "&3  Read/Save path setting");
     EXPECT_EQ(e.win->menuAction("keyFUZOKU", "keyPASS")->text(), "&2  Pasword, Author");
-    // Work of later stages is present but cannot be started.
+    EXPECT_EQ(e.win->menuAction("keyFUZOKU", "keyHelpManual")->text(), "&3  Manual (PDF)");
     for (const char* key :
          {"keyFind", "keyCUT", "keyCOPY", "keyPASTE", "keyROWINSERT", "keyPULSE", "keyREM", "keyHelp"})
-        EXPECT_FALSE(e.win->action(key)->isEnabled()) << key;
+        EXPECT_TRUE(e.win->action(key)->isEnabled()) << key;
     EXPECT_FALSE(e.win->menuAction("keySAVE", "keySAVE2")->isEnabled());
 
     QStringList commands, items;
@@ -384,10 +296,11 @@ TEST(StepEditorToolbar, CaptionsMenusAndCommands) {
     e.win->action("keyOPEN")->trigger();
     e.win->menuAction("keySAVE", "keySAVEAS")->trigger();
     e.win->action("keyFUZOKU")->trigger();
-    QTest::keyClick(e.grid(), Qt::Key_C, Qt::ControlModifier); // copy is disabled: nothing
-    e.win->action("keyFind")->setEnabled(true);                // as the find window will
+    QTest::keyClick(e.grid(), Qt::Key_C, Qt::ControlModifier);
+    e.win->action("keyPASTE")->setEnabled(false); // a disabled command does nothing
+    QTest::keyClick(e.grid(), Qt::Key_V, Qt::ControlModifier);
     QTest::keyClick(e.grid(), Qt::Key_F, Qt::ControlModifier);
-    EXPECT_EQ(commands, (QStringList{"keyNew", "keyFind"}));
+    EXPECT_EQ(commands, (QStringList{"keyNew", "keyCOPY", "keyFind"}));
     EXPECT_EQ(items, (QStringList{"keyOPEN/keyREAD_USER1", "keySAVE/keySAVEAS"}));
     EXPECT_EQ(e.messages(), std::vector<int>{98});
 
@@ -396,20 +309,20 @@ TEST(StepEditorToolbar, CaptionsMenusAndCommands) {
     EXPECT_EQ(button->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
     e.win->ShowButtonCaption(false);
     EXPECT_EQ(button->toolButtonStyle(), Qt::ToolButtonIconOnly);
-    EXPECT_EQ(e.win->action("keyUNDO")->toolTip(), "Undo");
+    EXPECT_EQ(e.win->action("keyUNDO")->toolTip(), "Undo (Ctrl+Z)");
 }
 
 TEST(StepEditorWindowState, TitleRemarkColumnAndHintPane) {
     Editor e(0, [](Settings& s) { s.write(Section::Location, "RemarkColumnWidth", QString::number(2880)); });
     e.win->setDocumentPath("/data/prog/SEW1.GSP");
-    EXPECT_EQ(e.win->windowTitle(), "SEW1.GSP");
+    EXPECT_EQ(e.win->windowTitle(), "SEW1.GSP[*]");
     e.win->setAuthor("TANAKA");
-    EXPECT_EQ(e.win->windowTitle(), "SEW1.GSP written by TANAKA");
+    EXPECT_EQ(e.win->windowTitle(), "SEW1.GSP written by TANAKA[*]");
     e.win->setFromMachine(true);
-    EXPECT_EQ(e.win->windowTitle(), "*** written by TANAKA");
+    EXPECT_EQ(e.win->windowTitle(), "*** written by TANAKA[*]");
     Editor cmp(1);
     cmp.win->setDocumentPath("/x/REF.GSP");
-    EXPECT_EQ(cmp.win->windowTitle(), "Refer:REF.GSP");
+    EXPECT_EQ(cmp.win->windowTitle(), "Refer:REF.GSP[*]");
 
     // 2880 twips are two inches.
     EXPECT_EQ(e.grid()->columnWidth(1), 2 * e.win->logicalDpiX());
@@ -458,6 +371,7 @@ TEST(StepEditorDisplay, HeadersPicturesAndContextMenu) {
     e.sheet().setRowDisabled(6, true);
     EXPECT_EQ(m->index(6, e.out1()).data(Qt::BackgroundRole).value<QColor>(), QColor(0xD0, 0xD0, 0xD0));
 
+    e.win->action("keyPASTE")->setEnabled(false);
     const QRect r = e.grid()->visualRect(m->index(2, e.out1()));
     QTest::mouseClick(e.grid()->viewport(), Qt::RightButton, {}, r.center());
     QMetaObject::invokeMethod(e.grid(), "customContextMenuRequested", Q_ARG(QPoint, r.center()));
@@ -466,8 +380,10 @@ TEST(StepEditorDisplay, HeadersPicturesAndContextMenu) {
     QStringList texts;
     for (QAction* a : menu->actions())
         texts << a->text();
-    EXPECT_EQ(texts, (QStringList{"&Delete", "&Copy", "&Paste", "&Insert"}));
-    EXPECT_FALSE(menu->actions().at(1)->isEnabled()) << "follows the disabled copy command";
+    // Each entry shows the key of its command.
+    EXPECT_EQ(texts, (QStringList{"&Delete\tCtrl+X", "&Copy\tCtrl+C", "&Paste\tCtrl+V", "&Insert\tIns"}));
+    EXPECT_TRUE(menu->actions().at(1)->isEnabled());
+    EXPECT_FALSE(menu->actions().at(2)->isEnabled()) << "follows the disabled paste command";
     menu->hide();
 }
 

@@ -1,26 +1,19 @@
 // The machine commands of the step editor and the transfer and port dialogs: the program
 // goes to vkm-sim through a real serial port and comes back; the dialog shows its
 // progress and cannot be closed while it talks to the machine.
-#include "appcontext.h"
 #include "base/messages.h"
-#include "base/scriptedprompter.h"
-#include "base/settings.h"
-#include "catalogue/cselections.h"
-#include "documentcontroller.h"
+#include "controllerfixture.h"
 #include "fcomm.h"
 #include "finpmemo.h"
 #include "fsetport.h"
 #include "link/machinefiles.h"
 #include "link/serialportchannel.h"
 #include "loopbackchannel.h"
-#include "sheet/stepsheeteditor.h"
 #include "simprocess.h"
-#include "testsupport.h"
 
 #include <QComboBox>
 #include <QFile>
 #include <QLabel>
-#include <QMdiArea>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -37,17 +30,11 @@ namespace {
 
 const QString kPowerQuestion = LoadMessageText(160);
 
-class MachineCommands : public ::testing::Test {
+class MachineCommands : public ControllerFixture {
 protected:
     void SetUp() override {
-        const QString setting = QStringLiteral(VKM_SOURCE_DIR "/data/setting");
-        ASSERT_TRUE(selout.ReadSet6_7_8_9e(setting, QStringLiteral("Set08.e")));
-        ASSERT_TRUE(selinp.ReadSet6_7_8_9e(setting, QStringLiteral("Set09.e")));
-        context.prompter = &prompter;
-        context.settings = settings.settings.get();
-        context.selout = &selout;
-        context.selinp = &selinp;
-        controller = std::make_unique<DocumentController>(context, user, cmp, nullptr, &mdi);
+        ControllerFixture::SetUp();
+        startController();
         controller->machineLink().timing = {300, 20};
         QFile::copy(QStringLiteral(VKM_SOURCE_DIR "/data/samples/counter.gsp"), program);
         ASSERT_TRUE(controller->documents().user().ReadStep(0, 0, program));
@@ -55,15 +42,6 @@ protected:
     void useSim(const SimProcess& sim) { settings.settings->set(keys::CommPort, sim.device()); }
     bool key(const char* k) { return controller->handleKey(0, QLatin1String(k), true); }
 
-    ScriptedPrompter prompter;
-    CSelections selout, selinp;
-    TempSettings settings;
-    AppContext context;
-    StepSheetEditor user{selout, selinp, prompter, false, false};
-    StepSheetEditor cmp{selout, selinp, prompter, true, false};
-    QMdiArea mdi;
-    std::unique_ptr<DocumentController> controller;
-    Scratch scratch;
     const QString program = scratch.file(QStringLiteral("counter.gsp"));
 };
 

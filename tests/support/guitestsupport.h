@@ -6,6 +6,10 @@
 #include "catalogue/cselections.h"
 #include "testsupport.h"
 
+#include <QApplication>
+#include <QTimer>
+#include <functional>
+
 namespace vkm::test {
 
 // The output functions a window or dialog under test needs at the least: two plain outputs,
@@ -29,5 +33,15 @@ struct GuiFixture {
     CSelections out;
     CSelections inp;
 };
+
+// Runs action on the next modal dialog once it is up (it opens later, inside a nested loop).
+inline void whenModal(std::function<void(QWidget*)> action, int triesLeft = 200) {
+    QTimer::singleShot(5, [action = std::move(action), triesLeft]() mutable {
+        if (QWidget* w = QApplication::activeModalWidget())
+            action(w);
+        else if (triesLeft > 0)
+            whenModal(std::move(action), triesLeft - 1);
+    });
+}
 
 } // namespace vkm::test

@@ -253,6 +253,17 @@ static void treeIcons() {
         });
 }
 
+static void undoArrow(QPainter& p) {
+    p.setPen(QPen(QColor(30, 80, 170), 2.4, Qt::SolidLine, Qt::RoundCap));
+    p.setBrush(Qt::NoBrush);
+    p.drawArc(QRectF(5, 6, 15, 13), 90 * 16, -240 * 16);
+    QPolygonF a;
+    a << QPointF(3, 6) << QPointF(11, 2) << QPointF(11, 10);
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(30, 80, 170));
+    p.drawPolygon(a);
+}
+
 static void toolbarImages() {
     const int s = 24;
     save("keyNew", s, s, [](QPainter& p) { page(p, QRectF(5, 2, 14, 19), Qt::white); });
@@ -309,15 +320,12 @@ static void toolbarImages() {
         p.setBrush(QColor(30, 130, 60));
         p.drawPolygon(a);
     });
-    save("keyUNDO", s, s, [](QPainter& p) {
-        p.setPen(QPen(QColor(30, 80, 170), 2.4, Qt::SolidLine, Qt::RoundCap));
-        p.setBrush(Qt::NoBrush);
-        p.drawArc(QRectF(5, 6, 15, 13), 90 * 16, -240 * 16);
-        QPolygonF a;
-        a << QPointF(3, 6) << QPointF(11, 2) << QPointF(11, 10);
-        p.setPen(Qt::NoPen);
-        p.setBrush(QColor(30, 80, 170));
-        p.drawPolygon(a);
+    save("keyUNDO", s, s, undoArrow);
+    // Redo: the undo arrow turned the other way.
+    save("keyREDO", s, s, [](QPainter& p) {
+        p.translate(24, 0);
+        p.scale(-1, 1);
+        undoArrow(p);
     });
     save("keyPULSE", s, s, [](QPainter& p) {
         p.setPen(QPen(QColor(0, 120, 60), 2));
@@ -334,6 +342,16 @@ static void toolbarImages() {
         p.setPen(QPen(QColor(110, 110, 110), 1));
         for (int y = 8; y <= 18; y += 3)
             p.drawLine(QPointF(7, y), QPointF(17, y));
+    });
+    // "No function" of the easy customisation editor: a terminal crossed out.
+    save("keyNO", s, s, [](QPainter& p) {
+        p.setPen(QPen(QColor(60, 60, 60), 1.4));
+        p.setBrush(QColor(230, 230, 230));
+        p.drawEllipse(QRectF(7, 7, 10, 10));
+        p.setPen(QPen(QColor(200, 30, 30), 2.4, Qt::SolidLine, Qt::RoundCap));
+        p.setBrush(Qt::NoBrush);
+        p.drawEllipse(QRectF(2.5, 2.5, 19, 19));
+        p.drawLine(QPointF(5.5, 18.5), QPointF(18.5, 5.5));
     });
     save("keyHelp", s, s, [](QPainter& p) {
         p.setPen(Qt::NoPen);

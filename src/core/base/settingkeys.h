@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <climits>
+#include <string_view>
 #include <vector>
 
 namespace vkm {
@@ -37,6 +38,21 @@ struct TextKey {
     Section section;
     const char* name;
 };
+
+// Two keys name the same value when section and name agree. Names are compared as text:
+// the same literal may live at two addresses (one per library or build type).
+template <typename Key> constexpr bool sameKey(const Key& a, const Key& b) {
+    return a.section == b.section && std::string_view(a.name) == std::string_view(b.name);
+}
+inline constexpr bool operator==(const BoolKey& a, const BoolKey& b) {
+    return sameKey(a, b);
+}
+inline constexpr bool operator==(const IntKey& a, const IntKey& b) {
+    return sameKey(a, b);
+}
+inline constexpr bool operator==(const TextKey& a, const TextKey& b) {
+    return sameKey(a, b);
+}
 
 namespace keys {
 

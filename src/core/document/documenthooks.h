@@ -11,6 +11,10 @@ namespace vkm {
 struct DocumentHooks {
     // Window title of the editor of program usrcmp (0 user, 1 comparison).
     std::function<void(int usrcmp, const QString& title)> titleChanged;
+    // The changed flag or what can be undone or redone in that editor changed.
+    std::function<void(int usrcmp)> stateChanged;
+    // The user program was saved to path.
+    std::function<void(const QString& path)> saved;
     // Gives that editor's grid the keyboard focus.
     std::function<void(int usrcmp)> focusGrid;
     // The memo window is open: a new program is refused while it is.

@@ -150,6 +150,17 @@ EditAction undoVerb(const QString& args, const EditSession&, QString& error) {
     return [](EditSession& s) { s.document().UndoCommand(); };
 }
 
+// redo: what the last undo took back comes again (no question; nothing when there is
+// nothing to redo).
+EditAction redoVerb(const QString& args, const EditSession&, QString& error) {
+    if (!noMoreWords(args, error))
+        return {};
+    return [](EditSession& s) {
+        if (!s.document().RedoCommand())
+            s.print(QStringLiteral("nothing to redo"));
+    };
+}
+
 EditAction authorVerb(const QString& args, const EditSession&, QString&) {
     return [text = EditScript::unescaped(args)](EditSession& s) { s.enterAccount(std::nullopt, text); };
 }
@@ -173,6 +184,7 @@ void addCellVerbs(EditScript& script) {
 
 void addDocumentVerbs(EditScript& script) {
     script.addVerb(QStringLiteral("undo"), undoVerb);
+    script.addVerb(QStringLiteral("redo"), redoVerb);
     script.addVerb(QStringLiteral("author"), authorVerb);
     script.addVerb(QStringLiteral("password"), passwordVerb);
     script.addVerb(QStringLiteral("memo"), memoVerb);

@@ -67,6 +67,19 @@ void StepDocument::setTitle(const QString& title) {
         m_owner.hooks().titleChanged(m_usrcmp, title);
 }
 
+void StepDocument::setChanged(bool changed) {
+    if (changed == m_changed)
+        return;
+    m_changed = changed;
+    if (m_owner.hooks().stateChanged)
+        m_owner.hooks().stateChanged(m_usrcmp);
+}
+
+void StepDocument::historyChanged() {
+    if (m_owner.hooks().stateChanged)
+        m_owner.hooks().stateChanged(m_usrcmp);
+}
+
 void StepDocument::focusGrid() {
     if (m_owner.hooks().focusGrid)
         m_owner.hooks().focusGrid(m_usrcmp);
@@ -127,7 +140,7 @@ bool StepDocument::ReadStep(int eUSRCMP, int source, const QString& fileName) {
     if (firstComparison && hooks.showComparison)
         hooks.showComparison();
     target.m_editor.conversion().PasteData(m_owner.program(eUSRCMP));
-    target.m_changed = false;
+    target.setChanged(false);
     target.refreshTitle();
     if (hooks.loadForms)
         hooks.loadForms(eUSRCMP);
@@ -175,7 +188,9 @@ bool StepDocument::SaveStepData(bool saveAs) {
     program() = std::move(saved);
     m_owner.filePath(0) = path;
     refreshTitle();
-    m_changed = false;
+    setChanged(false);
+    if (m_owner.hooks().saved)
+        m_owner.hooks().saved(path);
     return true;
 }
 
@@ -189,7 +204,7 @@ void StepDocument::SaveCheck(bool& cancel, bool clearOnNo) {
         break;
     case Answer::No:
         if (clearOnNo)
-            m_changed = false;
+            setChanged(false);
         break;
     default:
         cancel = true;
@@ -214,7 +229,7 @@ bool StepDocument::NewOp() {
         if (hooks.loadForms)
             hooks.loadForms(0);
     }
-    m_changed = false;
+    setChanged(false);
     setTitle(QStringLiteral("STEP"));
     clearGrid();
     Delete_dicUndoFiles();
@@ -244,33 +259,40 @@ bool StepDocument::SaveCurrent() {
         reportError(ErrIO, QStringLiteral("SaveCurrent"));
         return false;
     }
-    m_undo.append(path);
+    m_history.addSnapshotFile(path);
+    historyChanged();
     return true;
 }
 
+void StepDocument::recordCellEdit(const QByteArray& cellsBefore) {
+    if (!isUser())
+        return;
+    m_history.addCells(cellsBefore);
+    historyChanged();
+}
+
 bool StepDocument::DoUndo() {
-    const QString path = GetLastTempFile();
-    if (path.isEmpty())
+    bool unreadable = false;
+    const std::optional<QByteArray> cells = m_history.takeUndo(&unreadable);
+    if (!cells && !unreadable)
         return false;
-    QFile file(path);
-    const bool read = file.open(QIODevice::ReadOnly);
-    const QByteArray cells = read ? file.readAll() : QByteArray();
-    file.close();
-    m_undo.removeLast();
-    QFile::remove(path);
-    if (!read || !m_editor.sheet().loadCells(cells)) {
-        reportError(read ? ErrTypeMismatch : ErrFileNotFound, QStringLiteral("DoUndo"));
+    const QByteArray current = m_editor.sheet().saveCells();
+    if (!cells || !m_editor.sheet().loadCells(*cells)) {
+        reportError(cells ? ErrTypeMismatch : ErrFileNotFound, QStringLiteral("DoUndo"));
+        historyChanged();
         return false;
     }
+    m_history.addRedo(current);
     // The grid now differs from what was last opened or saved.
-    m_changed = true;
+    setChanged(true);
+    historyChanged();
     return true;
 }
 
 void StepDocument::UndoCommand() {
     if (!isUser())
         return;
-    if (m_undo.isEmpty()) {
+    if (!m_history.canUndo()) {
         m_owner.prompter().showMessage(95, 2);
         return;
     }
@@ -280,10 +302,30 @@ void StepDocument::UndoCommand() {
     focusGrid();
 }
 
+bool StepDocument::RedoCommand() {
+    if (!isUser())
+        return false;
+    const std::optional<QByteArray> cells = m_history.takeRedo();
+    if (!cells)
+        return false;
+    const QByteArray current = m_editor.sheet().saveCells();
+    if (!m_editor.sheet().loadCells(*cells)) {
+        reportError(ErrTypeMismatch, QStringLiteral("RedoCommand"));
+        historyChanged();
+        return false;
+    }
+    m_history.addUndoKeepingRedo(current);
+    setChanged(true);
+    historyChanged();
+    focusGrid();
+    return true;
+}
+
 void StepDocument::Delete_dicUndoFiles() {
-    for (const QString& path : std::as_const(m_undo))
+    for (const QString& path : m_history.files())
         Del(path);
-    m_undo.clear();
+    m_history.clear();
+    historyChanged();
 }
 
 // ---- temporary files -----------------------------------------------------------------
@@ -316,7 +358,7 @@ void StepDocument::InputPassword() {
     const QString answer = hooks.inputPassword(m_usrcmp, steps.Password, steps.Author);
     // The comparison program is shown read-only: its dialog cannot change anything.
     if (isUser() && storePasswordAuthor(steps, answer))
-        m_changed = true;
+        setChanged(true);
     refreshTitle();
 }
 

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "document/undohistory.h"
+
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -28,7 +31,8 @@ public:
     QString filePath() const;
 
     bool IsChanged() const { return m_changed; }
-    void setChanged(bool changed) { m_changed = changed; }
+    // Every change of the flag goes through here, so that the window's mark follows it.
+    void setChanged(bool changed);
     QString title() const { return m_title; }
 
     // Opening: the editor that runs the command opens into the editor of eUSRCMP.
@@ -47,14 +51,22 @@ public:
     // New program. False when refused (memo window open, or the question was cancelled).
     bool NewOp();
 
-    // Undo (user program only): a snapshot of the whole grid before a multi-cell change.
+    // Undo (user program only): a snapshot file of the whole grid before a multi-cell
+    // change, the grid as it was before an accepted cell edit kept in memory.
     bool SaveCurrent();
+    void recordCellEdit(const QByteArray& cellsBefore);
     bool DoUndo();
-    QString GetLastTempFile() const { return m_undo.isEmpty() ? QString() : m_undo.last(); }
+    QString GetLastTempFile() const { return m_history.lastFile(); }
     void Delete_dicUndoFiles();
-    const QStringList& undoFiles() const { return m_undo; }
-    // The toolbar's undo: message 95 when empty, else question 96 and DoUndo on Yes.
+    QStringList undoFiles() const { return m_history.files(); }
+    bool canUndo() const { return m_history.canUndo(); }
+    bool canRedo() const { return m_history.canRedo(); }
+    // The toolbar's undo: message 95 when there is nothing to undo, else question 96 and
+    // DoUndo on Yes.
     void UndoCommand();
+    // Redo: the grid an undo replaced comes back, without a question. False when there
+    // is nothing to redo.
+    bool RedoCommand();
 
     // Removes the editor's temporary files; message 78 when one cannot be removed.
     bool DeleteTemporaryFiles();
@@ -74,12 +86,13 @@ private:
     void setTitle(const QString& title);
     void focusGrid();
     void clearGrid();
+    void historyChanged();
 
     Documents& m_owner;
     int m_usrcmp;
     StepSheetEditor& m_editor;
     bool m_changed = false;
-    QStringList m_undo;
+    UndoHistory m_history;
     QString m_title;
 };
 
