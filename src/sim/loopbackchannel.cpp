@@ -46,7 +46,9 @@ QByteArray LoopbackChannel::readAll() {
     return all;
 }
 
-bool LoopbackChannel::waitForData(qint64 count, int) {
+bool LoopbackChannel::waitForData(qint64 count, int timeoutMs) {
+    if (!m_waitTimeouts.contains(timeoutMs))
+        m_waitTimeouts << timeoutMs;
     return m_open && m_received.size() >= count;
 }
 

@@ -37,6 +37,8 @@ public:
     SerialSettings lastSettings() const { return m_settings; }
     int opens() const { return m_opens; }
     int pausedMs() const { return m_paused; }
+    // The time-outs the protocol asked for while waiting for answers, each once.
+    const QList<int>& waitTimeouts() const { return m_waitTimeouts; }
 
 private:
     VirtualMachine& m_machine;
@@ -49,6 +51,7 @@ private:
     SerialSettings m_settings;
     int m_opens = 0;
     int m_paused = 0;
+    QList<int> m_waitTimeouts;
 };
 
 } // namespace vkm::sim

@@ -114,7 +114,13 @@ TEST_F(Transfer, ReadShowsProgressAndLeavesNoFileWhenItFailsPartWay) {
     EXPECT_TRUE(display.captions.contains("Reading... 1136/1136"));
     EXPECT_EQ(display.captions.last(), "") << "the label is cleared at the end";
     EXPECT_TRUE(display.notes.isEmpty());
+    // The machine's line: 9600 bit/s, 8 data bits, no parity, one stop bit; an answer is
+    // waited for at most two seconds.
     EXPECT_EQ(line.lastSettings().baudRate, 9600);
+    EXPECT_EQ(line.lastSettings().dataBits, 8);
+    EXPECT_FALSE(line.lastSettings().parity);
+    EXPECT_EQ(line.lastSettings().stopBits, 1);
+    EXPECT_EQ(line.waitTimeouts(), QList<int>{2000});
 
     // The second range's machine check is frame 98; its 20th record fails for good.
     machine.addFault({Fault::Disconnect, machine.framesReceived() + 98 + 20});
@@ -178,7 +184,7 @@ TEST_F(Transfer, RefusedRecordIsSentAgainOnOkAndEndsTheWriteOnCancel) {
     EXPECT_EQ(prompter.shown()[0].style, 10);
     EXPECT_EQ(machine.memory().left(768), QByteArray(768, '\x5A'));
     EXPECT_EQ(line.written().last(), comm::resetCommand());
-    EXPECT_EQ(line.pausedMs(), link.timing.resetPauseMs) << "the pause comes before the reset";
+    EXPECT_EQ(line.pausedMs(), 1000) << "a second's pause comes before the reset";
     EXPECT_NE(t->FileToTransfer, file) << "a private copy is sent";
     EXPECT_TRUE(IsThisFileFromMachine(t->FileToTransfer));
 
