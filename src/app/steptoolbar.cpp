@@ -100,7 +100,8 @@ StepToolBar::StepToolBar(QWidget* parent) : QToolBar(parent) {
     addMenuItem("keyFUZOKU", "keyPASS", "&2  Pasword, Author");
     addMenuItem("keyFUZOKU", "keyHelpManual", "&3  Manual (PDF)");
 
-    // The machine link is not part of the editor yet.
+    // The machine items stay off until a document controller takes the window on and turns
+    // them on where they can work (the user editor's).
     menuAction("keyOPEN", "keyREAD_USER2")->setEnabled(false);
     menuAction("keyOPEN", "keyREAD_HIKAKU2")->setEnabled(false);
     menuAction("keySAVE", "keySAVE2")->setEnabled(false);

@@ -127,6 +127,25 @@ TEST(Startup, ComparisonWindowComesWithTheFirstComparisonProgramAndTakesItsImage
     EXPECT_TRUE(rig.prompter.shown().empty());
 }
 
+TEST(Startup, MachineItemsAreOfferedByTheUserEditorOnly) {
+    StartupRig rig;
+    Startup startup(rig.options);
+    ASSERT_TRUE(startup.run());
+    rig.prompter.queueFileName(test::testData(QStringLiteral("gsp/flow.gsp")));
+    ASSERT_TRUE(startup.documents()->handleKey(0, QStringLiteral("keyREAD_HIKAKU1"), true));
+    StepEditorWindow* comparison = startup.comparisonEditorWindow();
+    ASSERT_NE(comparison, nullptr);
+    auto* user = startup.userEditor()->findChild<StepEditorWindow*>();
+    ASSERT_NE(user, nullptr);
+    const std::pair<const char*, const char*> items[] = {
+        {"keyOPEN", "keyREAD_USER2"}, {"keyOPEN", "keyREAD_HIKAKU2"}, {"keySAVE", "keySAVE2"}};
+    for (const auto& [button, item] : items) {
+        SCOPED_TRACE(item);
+        EXPECT_TRUE(user->menuAction(QLatin1String(button), QLatin1String(item))->isEnabled());
+        EXPECT_FALSE(comparison->menuAction(QLatin1String(button), QLatin1String(item))->isEnabled());
+    }
+}
+
 TEST(Startup, RefusalsEndTheStartWithTheirMessage) {
     const QString missingArchive = QStringLiteral("/nonexistent/folder/VKM.e");
     const struct {
