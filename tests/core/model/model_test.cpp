@@ -3,7 +3,9 @@
 #include "base/errorreporter.h"
 #include "model/cstepinps.h"
 #include "model/cstepouts.h"
+#include "model/steprules.h"
 
+#include <QSet>
 #include <gtest/gtest.h>
 
 using namespace vkm;
@@ -164,4 +166,36 @@ TEST(GetValueRange, RulesByCategoryLogicAndDelayKind) {
         EXPECT_EQ(lo, tc.min) << tc.category << ' ' << tc.digital << ' ' << tc.logic;
         EXPECT_EQ(hi, tc.max) << tc.category << ' ' << tc.digital << ' ' << tc.logic;
     }
+}
+
+TEST(StepRules, TimerDelaysOfSwitchedFunctionsAreHalvedAndComeBackWhole) {
+    // Only a TIMER delay of an input, output or register is kept halved; every even value
+    // the user types comes back as typed, every other delay is kept as it is.
+    for (const QString& category : {cat::IN, cat::OUT, cat::RGST, cat::OUT_S, cat::COUNT, cat::JMP}) {
+        for (const int kind : {DelayTimer, DelayStc, DelayAngle1, DelayAngle3}) {
+            SCOPED_TRACE(category.toStdString() + " kind " + std::to_string(kind));
+            const bool halved = kind == DelayTimer && isSwitchedCategory(category);
+            EXPECT_EQ(delayIsHalved(category, kind), halved);
+            EXPECT_EQ(storedDelay(130000, category, kind), halved ? 65000 : 130000);
+            for (const qint64 shown : {0, 2, 4998, 130000})
+                EXPECT_EQ(shownDelay(storedDelay(shown, category, kind), category, kind), shown);
+        }
+    }
+}
+
+TEST(StepRules, CounterIdentifiersSayWhichOperandsAreNumbers) {
+    // Every pattern of number ('1') and counter ('0') operands has its own identifier, and
+    // the identifier gives back exactly the groups that hold numbers.
+    QSet<int> ids;
+    for (const char* pattern : {"01", "00", "011", "001", "010", "000"}) {
+        SCOPED_TRACE(pattern);
+        const int id = counterIdForPattern(QLatin1String(pattern));
+        ids.insert(id);
+        for (int group = 1; group <= 4; ++group)
+            EXPECT_EQ(MustJyosu(id, group), group <= int(qstrlen(pattern)) && pattern[group - 1] == '1')
+                << "group " << group;
+    }
+    EXPECT_EQ(ids.size(), 6);
+    EXPECT_FALSE(MustJyosu(-1, 2));
+    EXPECT_FALSE(MustJyosu(16, 2));
 }
