@@ -36,8 +36,9 @@ bool CustomizeEasyController::ReadCustomizeEasy(int /*kind*/) {
     if (file.isEmpty())
         return false;
     if (m_window) {
+        // With its frame: closing the window alone would leave an empty frame in the area.
         m_window->discardChanges();
-        m_window->close();
+        m_window->closeWindow();
     }
     if (!ReadCustomizeData(file))
         return false;
@@ -45,6 +46,8 @@ bool CustomizeEasyController::ReadCustomizeEasy(int /*kind*/) {
 }
 
 QString CustomizeEasyController::GetReadFileCustomizeEasy(int kind) {
+    if (m_machineRead)
+        return m_machineRead(kind);
     return fComm::readFromMachine(m_link, *m_context.prompter, m_context.settings,
                                   CommTransfer::Customisation, kind != 0, m_dialogParent);
 }

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <functional>
 
 class QMdiArea;
 class QWidget;
@@ -34,6 +35,9 @@ public:
     // "" when the read failed or was cancelled. kind 0 for a first read; any other for the
     // read before a save ("Reading data before save").
     QString GetReadFileCustomizeEasy(int kind);
+    // Tests put their own read of the machine's area in place of the transfer dialog: it
+    // is given the kind above and returns the file read, "" for a failed read.
+    void setMachineRead(std::function<QString(int kind)> read) { m_machineRead = std::move(read); }
     // Loads a customisation file as the image and into the tables; message 4 with
     // "CUSTOMIZE" when it cannot, and nothing changes.
     bool ReadCustomizeData(const QString& path);
@@ -59,6 +63,7 @@ private:
     QWidget* m_dialogParent;
     QByteArray m_image;
     QPointer<fCustomizeEasy> m_window;
+    std::function<QString(int)> m_machineRead;
 };
 
 } // namespace vkm

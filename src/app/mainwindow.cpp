@@ -4,6 +4,7 @@
 #include "base/messages.h"
 #include "base/prompter.h"
 #include "base/settings.h"
+#include "fcustomizeeasy.h"
 #include "fsetport.h"
 #include "stepeditorwindow.h"
 #include "steptoolbar.h"
@@ -17,6 +18,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPixmap>
+#include <QPointer>
 #include <QToolBar>
 #include <QToolButton>
 #include <algorithm>
@@ -183,14 +185,15 @@ void MainWindow::LocateInpFirstOption() {
     CheckOptionMenu(); // the click does not decide the mark
     if (m_prompter)
         m_prompter->showMessage(113, 2);
-    if (m_canClose && !m_canClose())
+    // The new column order is built at the next start: the application closes and, once
+    // it has closed, starts again. The close asks every question first; a Cancel there
+    // leaves the setting as it was.
+    if (!close())
         return;
     if (m_settings)
         m_settings->set(keys::DoesLocateInpFirst, !m_settings->value(keys::DoesLocateInpFirst));
     CheckOptionMenu();
-    // The new column order is built at the next start: the application closes and, once
-    // it has closed, starts again.
-    if (close() && m_restart)
+    if (m_restart)
         m_restart();
 }
 
@@ -228,15 +231,39 @@ void MainWindow::tileHorizontally() {
     }
 }
 
+bool MainWindow::askBeforeClosing() {
+    // The customisation windows ask first: their answers change nothing before the close
+    // goes through (No leaves the changes in the window, so a Cancel further on keeps
+    // them). The user editor's question comes last, because its No drops the program's
+    // changed mark and lets the editors close: nothing may be cancelled after it.
+    QList<QPointer<fCustomizeEasy>> customize;
+    for (fCustomizeEasy* w : findChildren<fCustomizeEasy*>())
+        customize << w;
+    for (const QPointer<fCustomizeEasy>& w : customize) {
+        if (w && !w->SaveCheckCus())
+            return false;
+    }
+    if (m_canClose && !m_canClose())
+        return false;
+    // Answered: closing the windows does not ask again.
+    for (const QPointer<fCustomizeEasy>& w : customize) {
+        if (w)
+            w->discardChanges();
+    }
+    return true;
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
-    if (m_canClose && !m_canClose()) {
+    // Every question is asked before any window closes, so that a Cancel anywhere leaves
+    // all of them open.
+    if (!askBeforeClosing()) {
         event->ignore();
         return;
     }
     m_mdi->closeAllSubWindows();
     const QList<QMdiSubWindow*> left = m_mdi->subWindowList();
     if (std::any_of(left.begin(), left.end(), [](QMdiSubWindow* w) { return w->isVisible(); })) {
-        event->ignore(); // a child window refused (its own unsaved-changes question)
+        event->ignore(); // a child window refused to close
         return;
     }
     event->accept();

@@ -84,6 +84,9 @@ private:
     void applyViewOptions();
     // Option 3: the column order changes at the next start.
     void LocateInpFirstOption();
+    // The questions of the application's close (the open customisation windows', then the
+    // user editor's), asked before anything closes; false on a Cancel.
+    bool askBeforeClosing();
     QList<StepEditorWindow*> editors() const;
 
     Settings* m_settings;

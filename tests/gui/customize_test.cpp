@@ -19,6 +19,7 @@
 #include "mainwindow.h"
 #include "simprocess.h"
 #include "startup.h"
+#include "stepeditorwindow.h"
 #include "testsupport.h"
 
 #include <QAction>
@@ -84,6 +85,17 @@ protected:
             return false;
         store.settings->set(keys::CommPort, sim.device());
         return true;
+    }
+    // The frames the main window's area shows (a frame left behind by its window counts).
+    int visibleFrames() const {
+        int n = 0;
+        for (QMdiSubWindow* frame : window->mdiArea()->findChildren<QMdiSubWindow*>())
+            n += frame->isVisible() ? 1 : 0;
+        return n;
+    }
+    bool userFrameVisible() const {
+        QWidget* frame = startup->userEditorWindow()->parentWidget();
+        return frame && frame->isVisible() && startup->userEditorWindow()->isVisible();
     }
     fCustomizeEasy* openWindow() {
         window->toolAction(QStringLiteral("keyCUSTOMIZEEASY"))->trigger();
@@ -218,8 +230,10 @@ TEST_F(Customize, AFailedOrCancelledReadOpensNoWindow) {
 
 TEST_F(Customize, AnOpenWindowAsksBeforeAnotherReadAndStaysWhenItFails) {
     ASSERT_TRUE(startSim());
+    const int frames0 = visibleFrames();
     fCustomizeEasy* w = openWindow();
     ASSERT_NE(w, nullptr);
+    EXPECT_EQ(visibleFrames(), frames0 + 1);
     type(w, 0, QStringLiteral("fs"));
     ASSERT_TRUE(w->IsChanged());
 
@@ -252,6 +266,131 @@ TEST_F(Customize, AnOpenWindowAsksBeforeAnotherReadAndStaysWhenItFails) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(window->mdiArea()->findChildren<fCustomizeEasy*>(), QList<fCustomizeEasy*>{fresh})
         << "the old window is gone";
+    EXPECT_EQ(visibleFrames(), frames0 + 1) << "the old window's frame went with it";
+    for (QMdiSubWindow* frame : window->mdiArea()->findChildren<QMdiSubWindow*>())
+        EXPECT_NE(frame->widget(), nullptr) << "no empty frame";
+}
+
+TEST_F(Customize, AFileThatCannotBeLoadedOpensNoWindow) {
+    // The read gives a file that holds no transfer text.
+    const QString bad = scratch.write(QStringLiteral("bad.txt"), QByteArray("this is not transfer text\r\n"));
+    std::vector<int> reads;
+    startup->customizeEasy()->setMachineRead([&](int kind) {
+        reads.push_back(kind);
+        return bad;
+    });
+    const int frames = visibleFrames();
+    EXPECT_EQ(openWindow(), nullptr);
+    EXPECT_EQ(reads, std::vector<int>{0});
+    ASSERT_EQ(prompter.numbers(), std::vector<int>{4});
+    const ScriptedPrompter::Shown& last = prompter.shown().back();
+    EXPECT_EQ(last.number, 4);
+    EXPECT_EQ(last.style, 1);
+    EXPECT_EQ(last.a1, "CUSTOMIZE");
+    EXPECT_EQ(last.text, "Failed to read data.\n\nCUSTOMIZE");
+    EXPECT_EQ(startup->customizeEasy()->window(), nullptr);
+    EXPECT_TRUE(window->mdiArea()->findChildren<fCustomizeEasy*>().isEmpty());
+    EXPECT_EQ(visibleFrames(), frames);
+}
+
+TEST_F(Customize, ClosingTheApplicationAsksEveryQuestionBeforeAnyWindowCloses) {
+    ASSERT_TRUE(startSim());
+    fCustomizeEasy* w = openWindow();
+    ASSERT_NE(w, nullptr);
+    type(w, 0, QStringLiteral("fs"));
+    ASSERT_TRUE(w->IsChanged());
+    auto* frame = qobject_cast<QMdiSubWindow*>(w->parentWidget());
+    ASSERT_NE(frame, nullptr);
+    ASSERT_TRUE(userFrameVisible());
+
+    // Cancel at the customisation window's question: every window stays.
+    prompter.clear();
+    prompter.queueAnswer(Answer::Cancel);
+    EXPECT_FALSE(window->close());
+    EXPECT_EQ(prompter.numbers(), std::vector<int>{143});
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(userFrameVisible());
+    EXPECT_TRUE(frame->isVisible());
+    EXPECT_TRUE(w->isVisible());
+    EXPECT_TRUE(w->IsChanged());
+    // The application is not closing: the user editor still refuses to close on its own.
+    prompter.clear();
+    EXPECT_FALSE(startup->userEditorWindow()->parentWidget()->close());
+    EXPECT_EQ(prompter.numbers(), std::vector<int>{62});
+    EXPECT_TRUE(userFrameVisible());
+
+    // A later close goes through.
+    prompter.clear();
+    prompter.queueAnswer(Answer::No);
+    EXPECT_TRUE(window->close());
+    EXPECT_EQ(prompter.numbers(), std::vector<int>{143});
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(Customize, ClosingWithBothChangedKeepsEverythingOnACancelAtEitherQuestion) {
+    ASSERT_TRUE(startSim());
+    fCustomizeEasy* w = openWindow();
+    ASSERT_NE(w, nullptr);
+    type(w, 0, QStringLiteral("fs"));
+    StepDocument& program = startup->documents()->documents().user();
+    program.setChanged(true);
+
+    // Cancel at the customisation window's question: the program's question is not asked.
+    prompter.clear();
+    prompter.queueAnswer(Answer::Cancel);
+    EXPECT_FALSE(window->close());
+    EXPECT_EQ(prompter.numbers(), std::vector<int>{143});
+    EXPECT_TRUE(program.IsChanged());
+
+    // No there, Cancel at the program's: the customisation window keeps its change.
+    prompter.clear();
+    prompter.queueAnswer(Answer::No);
+    prompter.queueAnswer(Answer::Cancel);
+    EXPECT_FALSE(window->close());
+    EXPECT_EQ(prompter.numbers(), (std::vector<int>{143, 13}));
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(userFrameVisible());
+    EXPECT_TRUE(w->isVisible());
+    EXPECT_TRUE(w->IsChanged());
+    EXPECT_EQ(w->sheet().row(0).digital, "FS  ");
+    EXPECT_TRUE(program.IsChanged());
+
+    prompter.clear();
+    prompter.queueAnswer(Answer::No);
+    prompter.queueAnswer(Answer::No);
+    EXPECT_TRUE(window->close());
+    EXPECT_EQ(prompter.numbers(), (std::vector<int>{143, 13}));
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(Customize, LocateInputsFirstLeavesTheSettingWhenTheCustomisationWindowStays) {
+    int restarts = 0;
+    window->setRestartHook([&] { ++restarts; });
+    ASSERT_TRUE(startSim());
+    fCustomizeEasy* w = openWindow();
+    ASSERT_NE(w, nullptr);
+    type(w, 0, QStringLiteral("fs"));
+
+    prompter.clear();
+    prompter.queueAnswer(Answer::Cancel);
+    window->optionItem(3)->trigger();
+    EXPECT_EQ(prompter.numbers(), (std::vector<int>{113, 143}));
+    EXPECT_FALSE(store.settings->value(keys::DoesLocateInpFirst));
+    EXPECT_FALSE(window->optionItem(3)->isChecked());
+    EXPECT_EQ(restarts, 0);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(userFrameVisible());
+    EXPECT_TRUE(w->isVisible());
+    EXPECT_TRUE(w->IsChanged());
+
+    // No: the setting is negated once the application has closed, and it starts again.
+    prompter.clear();
+    prompter.queueAnswer(Answer::No);
+    window->optionItem(3)->trigger();
+    EXPECT_EQ(prompter.numbers(), (std::vector<int>{113, 143}));
+    EXPECT_TRUE(store.settings->value(keys::DoesLocateInpFirst));
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(restarts, 1);
 }
 
 TEST_F(Customize, ClosingAsksAndThePlaceIsKeptInsideTheMainWindow) {

@@ -6,6 +6,8 @@
 #include "base/settings.h"
 #include "documentcontroller.h"
 #include "finpmemo.h"
+#include "fsetport.h"
+#include "guitestsupport.h"
 #include "mainwindow.h"
 #include "sheet/stepsheet.h"
 #include "startup.h"
@@ -14,7 +16,9 @@
 #include "testsupport.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QMenu>
+#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 #include <QToolBar>
@@ -173,6 +177,27 @@ TEST_F(Options, LocateInputsFirstAsksAboutChangesAndRestarts) {
     EXPECT_EQ(stored("DoesLocateInpFirst"), "True");
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(restarts, 1);
+}
+
+TEST_F(Options, PortSettingShowsThePortDialogModally) {
+    QString shown;
+    bool modal = false;
+    QWidget* owner = nullptr;
+    test::whenModal([&](QWidget* d) {
+        shown = d->objectName();
+        modal = d->isModal();
+        owner = d->parentWidget();
+        auto* port = qobject_cast<fSetPort*>(d);
+        ASSERT_NE(port, nullptr);
+        port->cboPort()->setCurrentText(QStringLiteral("/dev/ttyS3"));
+        port->findChild<QPushButton*>(QStringLiteral("BTN1"))->click();
+    });
+    window->optionItem(6)->trigger();
+    EXPECT_EQ(shown, "fSetPort");
+    EXPECT_TRUE(modal);
+    EXPECT_EQ(owner, window);
+    EXPECT_EQ(store.settings->value(keys::CommPort), "/dev/ttyS3") << "the dialog's choice is stored";
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
 TEST_F(Options, LocateInputsFirstWithoutChangesAsksNothingButTheNotice) {
