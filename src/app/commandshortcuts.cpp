@@ -24,6 +24,7 @@ const QList<Entry>& table() {
          true},
         {"keyROWINSERT", QKeySequence::UnknownKey, {QKeySequence(Qt::Key_Insert)}, true},
         {"keyHelp", QKeySequence::HelpContents, {QKeySequence(Qt::Key_F1)}, true},
+        {"keyDIFF", QKeySequence::UnknownKey, {QKeySequence(Qt::CTRL | Qt::Key_D)}, true},
         {"keyFind", QKeySequence::UnknownKey, {QKeySequence(Qt::CTRL | Qt::Key_F)}, false},
         {"keyCOPY", QKeySequence::UnknownKey, {QKeySequence(Qt::CTRL | Qt::Key_C)}, false},
         {"keyCUT", QKeySequence::UnknownKey, {QKeySequence(Qt::CTRL | Qt::Key_X)}, false},

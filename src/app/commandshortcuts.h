@@ -11,10 +11,10 @@ namespace vkm {
 // toolbar button key ("keyNew") or a drop-down item key ("keySAVEAS").
 //
 // Two kinds of entries: commands the window runs through a shortcut of its own (New,
-// Open, Save, Save as, Print, Undo, Redo, Insert, Help), and keys the grid handles itself
-// (Ctrl+F, Ctrl+C, Ctrl+X, Ctrl+V), which are only shown. The platform's standard keys
-// come first where Qt has one (so that a desktop's own conventions hold), followed by the
-// keys every technician types on any desktop.
+// Open, Save, Save as, Print, Undo, Redo, Insert, Help, the difference marks), and keys
+// the grid handles itself (Ctrl+F, Ctrl+C, Ctrl+X, Ctrl+V), which are only shown. The
+// platform's standard keys come first where Qt has one (so that a desktop's own
+// conventions hold), followed by the keys every technician types on any desktop.
 namespace shortcuts {
 
 // Every key of the command (empty for a command without keys).

@@ -1,5 +1,6 @@
 #include "differencehighlight.h"
 
+#include "commandshortcuts.h"
 #include "stepeditorwindow.h"
 #include "steptablemodel.h"
 #include "steptoolbar.h"
@@ -63,10 +64,24 @@ QColor DifferenceHighlight::markColour() {
     return QColor(0xFF, 0x99, 0x00); // amber, laid half over the cell's own colour
 }
 
-QString DifferenceHighlight::countText(int count) {
-    if (count == 0)
-        return tr("No differences");
-    return count == 1 ? tr("1 difference") : tr("%1 differences").arg(count);
+QString DifferenceHighlight::countText(int cells, const QStringList& programFields) {
+    QString text = cells == 0   ? tr("No differing cells")
+                   : cells == 1 ? tr("1 differing cell")
+                                : tr("%1 differing cells").arg(cells);
+    if (!programFields.isEmpty())
+        text += (programFields.size() == 1 ? tr(" (%1 differs too)") : tr(" (%1 differ too)"))
+                    .arg(programFields.join(QStringLiteral(", ")));
+    return text;
+}
+
+void DifferenceHighlight::setPrograms(const CSteps* user, const CSteps* comparison) {
+    m_userProgram = user;
+    m_comparisonProgram = comparison;
+    recompute();
+}
+
+void DifferenceHighlight::programFieldsChanged() {
+    recompute();
 }
 
 void DifferenceHighlight::attach(StepEditorWindow& window) {
@@ -81,7 +96,12 @@ void DifferenceHighlight::attach(StepEditorWindow& window) {
     a.toggle->setObjectName(QStringLiteral("keyDIFF"));
     a.toggle->setCheckable(true);
     a.toggle->setToolTip(
-        tr("Mark the cells that differ from the other program (F7 next, Shift+F7 previous)"));
+        shortcuts::withKey(tr("Mark the cells that differ from the other program"), a.toggle->objectName()) +
+        tr("; F7 next, Shift+F7 previous difference"));
+    // Its key works where the window's other command keys do: anywhere in the window.
+    a.toggle->setShortcuts(shortcuts::keys(a.toggle->objectName()));
+    a.toggle->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    window.addAction(a.toggle);
     a.next = new QAction(tr("Next difference"), &window);
     a.next->setObjectName(QStringLiteral("keyNEXTDIFF"));
     a.next->setShortcut(QKeySequence(Qt::Key_F7));
@@ -207,8 +227,14 @@ void DifferenceHighlight::recompute() {
     if (!m_listening)
         return;
     std::vector<SheetCell> cells = programcompare::differingCells(m_user.sheet(), m_comparison.sheet());
-    if (cells == m_cells)
+    QStringList fields;
+    if (m_userProgram && m_comparisonProgram)
+        for (const programcompare::FieldDifference& f :
+             programcompare::programFieldDifferences(*m_userProgram, *m_comparisonProgram))
+            fields << f.field;
+    if (cells == m_cells && fields == m_programFields)
         return;
+    m_programFields = std::move(fields);
     m_cells = std::move(cells);
     m_marked.fill(false);
     for (const SheetCell& c : m_cells)
@@ -225,7 +251,7 @@ void DifferenceHighlight::refresh(Attached& a) {
     a.next->setEnabled(m_loaded);
     a.previous->setEnabled(m_loaded);
     const bool shown = isShown(*a.window);
-    a.count->setText(countText(int(m_cells.size())));
+    a.count->setText(countText(int(m_cells.size()), m_programFields));
     a.status->setVisible(shown);
     a.window->model()->marksChanged();
 }

@@ -6,6 +6,7 @@
 #include <QColor>
 #include <QObject>
 #include <QPointer>
+#include <QStringList>
 #include <array>
 #include <vector>
 
@@ -15,15 +16,17 @@ class QStatusBar;
 
 namespace vkm {
 
+class CSteps;
 class StepEditorWindow;
 class StepSheetEditor;
 
 // The differences between the user program and the comparison program in both editor
 // windows: a toolbar toggle in each window marks every cell that differs from the other
 // program at the same row and column, F7 and Shift+F7 move to the next and the previous
-// differing cell (wrapping round), and the window's status bar counts them. The marks
-// follow every change of either sheet at once. All of it is available only while a
-// comparison program is loaded, that is while the comparison window is open.
+// differing cell (wrapping round), and the window's status bar counts them and names the
+// program's own fields (author, memo, ...) that differ as well. The marks follow every
+// change of either sheet at once. All of it is available only while a comparison program
+// is loaded, that is while the comparison window is open.
 class DifferenceHighlight : public QObject {
     Q_OBJECT
 public:
@@ -36,6 +39,16 @@ public:
     // comparison window also tells, by being shown and closed, whether a comparison
     // program is loaded.
     void attach(StepEditorWindow& window);
+
+    // The two programs, whose own fields are compared beside the grids (without them only
+    // cells are counted); they must outlive this. Those fields change outside the grids
+    // (the password dialog, the memo window, a program opened or made new), so the owner
+    // calls programFieldsChanged whenever one of them may have changed; every change of
+    // either grid reads them again as well.
+    void setPrograms(const CSteps* user, const CSteps* comparison);
+    void programFieldsChanged();
+    // The program's own fields that differ, named as the listing of vkmstep-cli names them.
+    const QStringList& differingProgramFields() const { return m_programFields; }
 
     bool comparisonLoaded() const { return m_loaded; }
     void setComparisonLoaded(bool loaded);
@@ -57,7 +70,10 @@ public:
     bool moveToDifference(StepEditorWindow& window, int direction);
 
     static QColor markColour();
-    static QString countText(int count);
+    // What the status bar says: "3 differing cells", "1 differing cell", "No differing
+    // cells", followed by the program's own fields that differ, if any:
+    // "No differing cells (author, memo differ too)".
+    static QString countText(int cells, const QStringList& programFields = {});
 
 Q_SIGNALS:
     void differencesChanged();
@@ -92,7 +108,10 @@ private:
     int m_comparisonListener = 0;
     bool m_listening = true;
     bool m_loaded = false;
+    const CSteps* m_userProgram = nullptr;
+    const CSteps* m_comparisonProgram = nullptr;
     std::vector<SheetCell> m_cells;
+    QStringList m_programFields;
     std::array<bool, std::size_t(StepSheet::kRows* StepSheet::kCols)> m_marked{};
     std::vector<Attached> m_windows;
 };

@@ -41,6 +41,14 @@ int primaryScreenWidth() {
     const QScreen* screen = QGuiApplication::primaryScreen();
     return screen ? screen->geometry().width() : 0;
 }
+
+// The programs' own fields (author, memo, memo file, password) are compared beside the
+// grids; the documents say when they may have changed.
+void watchProgramFields(DifferenceHighlight& differences, Documents& documents) {
+    differences.setPrograms(&documents.userProgram(), &documents.comparisonProgram());
+    documents.hooks().programFieldsChanged = [d = &differences](int) { d->programFieldsChanged(); };
+}
+
 } // namespace
 
 Startup::Startup(StartupOptions options) : m_options(std::move(options)) {}
@@ -204,6 +212,7 @@ QMdiSubWindow* Startup::createUserEditor() {
         *m_userWindow, [this] { return makeComparisonWindow(); }, m_window.get());
     m_differences = std::make_unique<DifferenceHighlight>(m_userWindow->editor(), *m_comparisonEditor);
     m_differences->attach(*m_userWindow);
+    watchProgramFields(*m_differences, m_documents->documents());
     m_customize =
         std::make_unique<CustomizeEasyController>(m_context, m_documents->machineLink(), mdi, m_window.get());
     m_window->setCustomizeEasyHandler([this](int kind) { m_customize->ReadCustomizeEasy(kind); });
@@ -239,7 +248,9 @@ void Startup::ReleaseActiveX() {
     // hold pointers to the shared objects below.
     if (m_documents)
         m_documents->shutdown();
-    m_customize.reset();   // its window first: it reads the machine through the documents' link
+    m_customize.reset(); // its window first: it reads the machine through the documents' link
+    if (m_documents)
+        m_documents->documents().hooks().programFieldsChanged = nullptr;
     m_differences.reset(); // it listens to both editors' sheets
     m_documents.reset();
     m_userEditor = nullptr;

@@ -4,6 +4,7 @@
 
 #include "sheet/programcompare.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 namespace vkm::cli {
@@ -16,21 +17,44 @@ void printFields(QTextStream& s, const std::vector<FieldDifference>& fields) {
         s << "  " << f.field << ": " << f.a << " -> " << f.b << '\n';
 }
 
+// Why a path cannot be compared before it is read at all ("" when it can be read).
+QString unreadable(const QString& path) {
+    const QFileInfo info(path);
+    if (!info.exists())
+        return QStringLiteral("no such file");
+    if (info.isDir())
+        return QStringLiteral("a folder, not a program file");
+    if (!info.isFile())
+        return QStringLiteral("not a regular file");
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return QStringLiteral("cannot be read (%1)").arg(file.errorString());
+    return {};
+}
+
 int runDiff(const QStringList& args, CliContext& ctx) {
     if (args.size() != 2)
         return ctx.usageError(QStringLiteral("diff A.gsp B.gsp"));
     // Exit code 1 means "they differ": a file that cannot be read must not look like that.
+    // Each reason names the file, so that it is clear which of the two is at fault.
     for (const QString& path : args) {
-        if (!QFileInfo(path).isFile()) {
-            ctx.err() << path << ": no such file\n";
+        const QString reason = unreadable(path);
+        if (!reason.isEmpty()) {
+            ctx.err() << "diff: " << path << ": " << reason << '\n';
             return 2;
         }
     }
-    CSteps a, b;
-    if (!ctx.readProgram(args[0], a) || !ctx.readProgram(args[1], b)) {
-        ctx.err() << "diff: cannot compare, a program could not be read\n";
+    if (!ctx.loadCatalogues())
         return 2;
+    CSteps programs[2];
+    for (int i = 0; i < 2; ++i) {
+        if (!ctx.readProgram(args[i], programs[i])) {
+            ctx.err() << "diff: " << args[i] << ": not a step program the editor can open\n";
+            return 2;
+        }
     }
+    const CSteps& a = programs[0];
+    const CSteps& b = programs[1];
     const ProgramDifferences d = comparePrograms(a, b, ctx.selout(), ctx.selinp());
     QTextStream& s = ctx.out();
     s.setEncoding(QStringConverter::Utf8);

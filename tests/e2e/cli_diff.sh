@@ -116,7 +116,8 @@ grep -qx '  disabled: no -> yes' "$WORK/out" || bad "sample: disabled line: $(ca
 
 # Wrong calls: exit 2 and a reason on standard error, nothing that looks like a listing.
 printf 'not a program\r\n' > "$WORK/junk.gsp"
-for args in "base.gsp" "base.gsp same.gsp extra.gsp" "base.gsp missing.gsp" "junk.gsp base.gsp"; do
+mkdir "$WORK/folder.gsp"
+for args in "base.gsp" "base.gsp same.gsp extra.gsp" "base.gsp missing.gsp" "junk.gsp base.gsp" "base.gsp folder.gsp"; do
     read -r -a list <<< "$args"
     (cd "$WORK" && "$CLI" diff "${list[@]}") > "$WORK/out" 2> "$WORK/err"
     rc=$?
@@ -124,8 +125,20 @@ for args in "base.gsp" "base.gsp same.gsp extra.gsp" "base.gsp missing.gsp" "jun
     [ -s "$WORK/err" ] || bad "diff $args: no reason given"
     [ -s "$WORK/out" ] && bad "diff $args: printed a listing: $(cat "$WORK/out")"
 done
-grep -q 'missing.gsp' <( (cd "$WORK" && "$CLI" diff base.gsp missing.gsp) 2>&1) ||
-    bad "a missing file is not named"
+# The reason names the file at fault (and only that one) and what is wrong with it.
+# reason A B FILE WHAT
+reason() {
+    (cd "$WORK" && "$CLI" diff "$1" "$2") > "$WORK/out" 2> "$WORK/err"
+    local rc=$?
+    [ $rc = 2 ] || bad "diff $1 $2: exit $rc, expected 2"
+    grep -q "$3: $4" "$WORK/err" || bad "diff $1 $2: \"$3: $4\" not said: $(cat "$WORK/err")"
+    grep -q "base.gsp:" "$WORK/err" && bad "diff $1 $2: blames base.gsp: $(cat "$WORK/err")"
+}
+reason base.gsp missing.gsp missing.gsp 'no such file'
+reason junk.gsp base.gsp junk.gsp 'not a step program'
+reason base.gsp junk.gsp junk.gsp 'not a step program'
+reason folder.gsp base.gsp folder.gsp 'a folder, not a program file'
+reason base.gsp folder.gsp folder.gsp 'a folder, not a program file'
 "$CLI" --help | grep -q '^  diff A.gsp B.gsp' || bad "diff is not in the help"
 
 [ $fail = 0 ] && echo "cli_diff: all passed"

@@ -6,7 +6,7 @@
 //   e2e_compare_session [--archive PATH] --shot PNG --expect N USER.gsp COMPARISON.gsp
 //
 // Prints "user: TEXT" and "comparison: TEXT" with what each window's status bar says. Exit
-// code 0: both windows counted N differences, F7 reached a marked cell and the picture was
+// code 0: both windows counted N differing cells, F7 reached a marked cell and the picture was
 // written; otherwise "FAIL: ..." and a non-zero code.
 #include "differencehighlight.h"
 #include "documentcontroller.h"

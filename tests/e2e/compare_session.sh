@@ -38,7 +38,7 @@ shot="${VKM_SHOTS:-$WORK}/compare.png"
 TMPDIR="$WORK/tmp" timeout 60 "$DRIVER" --shot "$shot" --expect "$count" "$WORK/user.gsp" "$WORK/machine.gsp" \
     > "$WORK/out" 2>&1 || bad "the compare session failed: $(cat "$WORK/out")"
 [ -s "$shot" ] || bad "no picture"
-grep -q "^user: $count differences" "$WORK/out" || bad "the user window's count: $(cat "$WORK/out")"
+grep -qx "user: $count differing cells" "$WORK/out" || bad "the user window's count: $(cat "$WORK/out")"
 
 [ $fail = 0 ] && echo "compare_session: all passed"
 exit $fail

@@ -40,19 +40,19 @@ export XDG_RUNTIME_DIR="$WORK/run" XDG_CACHE_HOME="$WORK/home/.cache" QT_QPA_PLA
 export QT_QPA_PLATFORM="offscreen:configfile=$WORK/screens.json"
 cd "$WORK/elsewhere" || exit 1
 
-# The CLI on every installed sample, named relative to the working folder: it passes the
-# checks and lists exactly what the build's CLI lists with the build's archive (so the
-# installed one read the same catalogue from the prefix).
+# The CLI on every installed sample (the password-protected one too), named relative to
+# the working folder and with nothing on standard input: it passes the checks and lists
+# exactly what the build's CLI lists with the build's archive (so the installed one read
+# the same catalogue from the prefix).
+[ -f "$DATA/Help/SampleCodes/Eng/protected.gsp" ] || bad "the password-protected sample is not installed"
 for sample in "${samples[@]}"; do
     name=$(basename "$sample")
     rel="../prefix/share/vkmstep/Help/SampleCodes/Eng/$name"
-    if [ "$name" = protected.gsp ]; then
-        continue # the password question of check/dump needs a terminal
-    fi
-    out=$("$PREFIX/bin/vkmstep-cli" check "$rel" 2>&1)
+    out=$("$PREFIX/bin/vkmstep-cli" check "$rel" 2>&1 < /dev/null)
     [ "$out" = OK ] || bad "installed check $name: $out"
-    "$PREFIX/bin/vkmstep-cli" dump "$rel" > "$WORK/installed.dump" 2>&1 || bad "installed dump $name failed"
-    VKM_ARCHIVE="$BIN/VKM.e" "$BIN/vkmstep-cli" dump "$sample" > "$WORK/build.dump" 2>&1
+    "$PREFIX/bin/vkmstep-cli" dump "$rel" > "$WORK/installed.dump" 2>&1 < /dev/null ||
+        bad "installed dump $name failed: $(head -5 "$WORK/installed.dump")"
+    VKM_ARCHIVE="$BIN/VKM.e" "$BIN/vkmstep-cli" dump "$sample" > "$WORK/build.dump" 2>&1 < /dev/null
     cmp -s "$WORK/installed.dump" "$WORK/build.dump" ||
         bad "installed dump of $name differs from the build's:"$'\n'"$(diff "$WORK/build.dump" "$WORK/installed.dump" | head)"
 done
@@ -83,6 +83,18 @@ mv "$DATA/VKM.e" "$WORK/VKM.e.away"
 out=$("$PREFIX/bin/vkmstep-cli" check "../prefix/share/vkmstep/Help/SampleCodes/Eng/counter.gsp" 2>&1)
 [ "$out" != OK ] || bad "the installed CLI found an archive outside the prefix"
 mv "$WORK/VKM.e.away" "$DATA/VKM.e"
+
+# So the installed programs look for their delivered files in $DATA (the setting archive is
+# found there the same way as the guide and the manual), and nothing lies beside the
+# executables. The guide and the manual must be there under the names the program asks for.
+help_names=$(sed -n 's/.*k\(HelpIndex\|HelpManual\)\[\] = "\([^"]*\)";.*/\2/p' "$SRC/src/core/base/paths.h")
+[ "$(echo "$help_names" | wc -w)" = 2 ] || bad "the names of the guide and the manual are not in paths.h: $help_names"
+for name in $help_names; do
+    [ -s "$DATA/$name" ] || bad "the installed editor would not find $name in $DATA"
+    [ ! -e "$PREFIX/bin/$name" ] || bad "$name lies beside the executables"
+done
+cmp -s "$DATA/Help/Eng/Index.html" "$SRC/help/Eng/Index.html" || bad "the installed guide is not help/Eng/Index.html"
+[ "$(head -c 5 "$DATA/step_help1.pdf")" = "%PDF-" ] || bad "the installed manual is not a PDF"
 
 # Desktop entry, icon and file type agree with each other and with the desktop's tools.
 desktop="$PREFIX/share/applications/vkmstep.desktop"

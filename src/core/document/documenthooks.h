@@ -13,6 +13,9 @@ struct DocumentHooks {
     std::function<void(int usrcmp, const QString& title)> titleChanged;
     // The changed flag or what can be undone or redone in that editor changed.
     std::function<void(int usrcmp)> stateChanged;
+    // The program's own fields (author, password, memo, memo file) of usrcmp may have
+    // changed: it was opened or made new, or the password or memo window stored new ones.
+    std::function<void(int usrcmp)> programFieldsChanged;
     // The user program was saved to path.
     std::function<void(const QString& path)> saved;
     // Gives that editor's grid the keyboard focus.

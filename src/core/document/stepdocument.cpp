@@ -148,6 +148,7 @@ bool StepDocument::ReadStep(int eUSRCMP, int source, const QString& fileName) {
         target.Delete_dicUndoFiles();
     if (firstComparison && hooks.tileHorizontally)
         hooks.tileHorizontally();
+    target.programFieldsChanged();
     return true;
 }
 
@@ -235,6 +236,7 @@ bool StepDocument::NewOp() {
     Delete_dicUndoFiles();
     if (isUser())
         program() = CSteps();
+    programFieldsChanged();
     DeleteTemporaryFiles();
     if (!(hooks.comparisonLoaded && hooks.comparisonLoaded()) && hooks.tileHorizontally)
         hooks.tileHorizontally();
@@ -357,8 +359,10 @@ void StepDocument::InputPassword() {
     CSteps& steps = program();
     const QString answer = hooks.inputPassword(m_usrcmp, steps.Password, steps.Author);
     // The comparison program is shown read-only: its dialog cannot change anything.
-    if (isUser() && storePasswordAuthor(steps, answer))
+    if (isUser() && storePasswordAuthor(steps, answer)) {
         setChanged(true);
+        programFieldsChanged();
+    }
     refreshTitle();
 }
 
@@ -366,9 +370,16 @@ bool StepDocument::storeMemoWindow(const QString& memo, const QString& memoFileN
     bool changed = false;
     if (!storeMemo(m_owner.userProgram(), memo, memoFileName, m_owner.prompter(), changed))
         return false;
-    if (changed)
+    if (changed) {
         m_owner.user().setChanged(true);
+        m_owner.user().programFieldsChanged();
+    }
     return true;
+}
+
+void StepDocument::programFieldsChanged() {
+    if (m_owner.hooks().programFieldsChanged)
+        m_owner.hooks().programFieldsChanged(m_usrcmp);
 }
 
 } // namespace vkm

@@ -87,6 +87,8 @@ private:
     void focusGrid();
     void clearGrid();
     void historyChanged();
+    // Tells the windows that the program's own fields may differ from before.
+    void programFieldsChanged();
 
     Documents& m_owner;
     int m_usrcmp;

@@ -108,6 +108,20 @@ int ProgramDifferences::fieldCount() const {
     return int(n);
 }
 
+std::vector<FieldDifference> programFieldDifferences(const CSteps& a, const CSteps& b) {
+    std::vector<FieldDifference> fields;
+    compareText(fields, QStringLiteral("author"), a.Author, b.Author);
+    compareText(fields, QStringLiteral("memo file"), a.MemoFile, b.MemoFile);
+    compareText(fields, QStringLiteral("memo"), a.Memo, b.Memo);
+    // A password is never printed: only that it differs.
+    if (a.Password != b.Password)
+        fields.push_back({QStringLiteral("password"), a.Password.isEmpty() ? "(none)" : "(set)",
+                          b.Password.isEmpty()   ? "(none)"
+                          : a.Password.isEmpty() ? "(set)"
+                                                 : "(set, another)"});
+    return fields;
+}
+
 ProgramDifferences comparePrograms(const CSteps& a, const CSteps& b, const CSelections& selout,
                                    const CSelections& selinp) {
     // Showing a program asks nothing; a prompter is needed all the same.
@@ -119,16 +133,7 @@ ProgramDifferences comparePrograms(const CSteps& a, const CSteps& b, const CSele
     right.conversion().PasteData(b);
 
     ProgramDifferences result;
-    compareText(result.program, QStringLiteral("author"), a.Author, b.Author);
-    compareText(result.program, QStringLiteral("memo file"), a.MemoFile, b.MemoFile);
-    compareText(result.program, QStringLiteral("memo"), a.Memo, b.Memo);
-    // A password is never printed: only that it differs.
-    if (a.Password != b.Password)
-        result.program.push_back({QStringLiteral("password"), a.Password.isEmpty() ? "(none)" : "(set)",
-                                  b.Password.isEmpty()   ? "(none)"
-                                  : a.Password.isEmpty() ? "(set)"
-                                                         : "(set, another)"});
-
+    result.program = programFieldDifferences(a, b);
     for (const SheetCell& cell : differingCells(left.sheet(), right.sheet())) {
         if (result.steps.empty() || result.steps.back().step != cell.row)
             result.steps.push_back({cell.row, {}});

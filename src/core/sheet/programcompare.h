@@ -17,10 +17,11 @@ struct SheetCell {
     bool operator==(const SheetCell& o) const { return row == o.row && col == o.col; }
 };
 
-// Where two programs differ, cell by cell at the same row and column of two grids of the
-// same layout (the user and the comparison editor are built alike). This is the one place
-// that decides what "differs" means: the editor's highlight and the command-line listing
-// both ask it.
+// Where two programs differ: cell by cell at the same row and column of two grids of the
+// same layout (the user and the comparison editor are built alike), and in the program's
+// own fields (author, memo file, memo, password). What "differs" means is decided here
+// only: the editor's highlight and count and the command-line listing all ask these
+// functions.
 namespace programcompare {
 
 // The cell shows something else in b than in a: its text, or for a function cell its
@@ -60,6 +61,10 @@ struct ProgramDifferences {
     bool isEmpty() const { return program.empty() && steps.empty(); }
     int fieldCount() const;
 };
+
+// The program's own fields that differ, in the order author, memo file, memo, password,
+// each read as a listing prints it (a password never shows: only whether it is set).
+std::vector<FieldDifference> programFieldDifferences(const CSteps& a, const CSteps& b);
 
 // Two programs as the editor shows them, compared field by field: each is written into a
 // grid of its own exactly as an editor window would show it, so that a step missing from
