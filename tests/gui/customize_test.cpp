@@ -441,7 +441,7 @@ TEST_F(Customize, F2ChoosesFromTheCustomisationCatalogueAndNoClearsTheFunction) 
 
     // The output dialog of the window's own pair lists Set07.e; "LP" is function 6 there.
     QStringList shownFunctions;
-    whenModal([&](QWidget* d) {
+    const auto outputDialog = whenModal([&](QWidget* d) {
         auto* dialog = qobject_cast<fSelKino*>(d);
         ASSERT_NE(dialog, nullptr);
         EXPECT_EQ(dialog->In_or_Out, 2);
@@ -461,7 +461,7 @@ TEST_F(Customize, F2ChoosesFromTheCustomisationCatalogueAndNoClearsTheFunction) 
     const int in02 = rowOf(w, "IN02");
     w->grid()->setCurrentIndex(w->grid()->model()->index(in02, CustomizeEasyModel::ColFunction));
     const QString before = w->sheet().row(in02).digital;
-    whenModal([](QWidget* d) { qobject_cast<fSelKino*>(d)->cancelOp(); });
+    const auto cancelled = whenModal([](QWidget* d) { qobject_cast<fSelKino*>(d)->cancelOp(); });
     QTest::keyClick(w->grid(), Qt::Key_F2);
     EXPECT_EQ(w->sheet().row(in02).digital, before);
     EXPECT_FALSE(w->sheet().row(in02).changed);

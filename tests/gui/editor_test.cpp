@@ -209,7 +209,7 @@ TEST(StepEditorEntry, F2OpensTheRealSelectionDialog) {
     Editor e;
     FunctionChooserDialogs* dialogs = e.win->functionDialogs();
     ASSERT_NE(dialogs, nullptr);
-    whenModal([&](QWidget* modal) {
+    const auto dialog = whenModal([&](QWidget* modal) {
         fSelKino* d = dialogs->dialog(2);
         if (modal != d) {
             ADD_FAILURE() << "the output dialog is not the modal window";
@@ -230,7 +230,7 @@ TEST(StepEditorEntry, SharedDigitalTextAsksForTheCategory) {
     Editor e;
     QStringList lines;
     QString highlighted;
-    whenModal([&](QWidget* modal) {
+    const auto categories = whenModal([&](QWidget* modal) {
         auto* dialog = qobject_cast<fSelCategory*>(modal);
         if (!dialog) {
             ADD_FAILURE() << "not the category dialog";
@@ -573,7 +573,7 @@ TEST(StepEditorKeys, F2ThenEnterActsOnTheTopNode) {
     FunctionChooserDialogs* dialogs = e.win->functionDialogs();
     ASSERT_NE(dialogs, nullptr);
     QString current;
-    whenModal([&](QWidget* modal) {
+    const auto dialog = whenModal([&](QWidget* modal) {
         fSelKino* d = dialogs->dialog(2);
         if (modal != d) {
             ADD_FAILURE() << "the output dialog is not the modal window";

@@ -162,7 +162,7 @@ TEST_F(Keys, NewOpenSaveAsPrintInsertAndHelpReachTheirCommands) {
 
     // Ctrl+P: the print dialog.
     QString printDialog;
-    whenModal([&](QWidget* dialog) {
+    const auto printWindow = whenModal([&](QWidget* dialog) {
         printDialog = dialog->objectName();
         dialog->close();
     });

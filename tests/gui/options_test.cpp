@@ -183,7 +183,7 @@ TEST_F(Options, PortSettingShowsThePortDialogModally) {
     QString shown;
     bool modal = false;
     QWidget* owner = nullptr;
-    test::whenModal([&](QWidget* d) {
+    const auto portDialog = test::whenModal([&](QWidget* d) {
         shown = d->objectName();
         modal = d->isModal();
         owner = d->parentWidget();

@@ -7,8 +7,11 @@
 #include "testsupport.h"
 
 #include <QApplication>
+#include <QTest>
 #include <QTimer>
 #include <functional>
+#include <gtest/gtest.h>
+#include <memory>
 
 namespace vkm::test {
 
@@ -34,14 +37,45 @@ struct GuiFixture {
     CSelections inp;
 };
 
-// Runs action on the next modal dialog once it is up (it opens later, inside a nested loop).
-inline void whenModal(std::function<void(QWidget*)> action, int triesLeft = 200) {
-    QTimer::singleShot(5, [action = std::move(action), triesLeft]() mutable {
-        if (QWidget* w = QApplication::activeModalWidget())
-            action(w);
-        else if (triesLeft > 0)
-            whenModal(std::move(action), triesLeft - 1);
-    });
+// Runs action on the next modal dialog once it is up (it opens later, inside a nested
+// loop). Keep the watch until the dialog should have come: when it goes, it waits a moment
+// for a dialog that is late and then fails the test if none came, so that a command that
+// opens nothing cannot pass for one that opened its dialog.
+class [[nodiscard]] ModalWatch {
+public:
+    explicit ModalWatch(std::function<void(QWidget*)> action) : m_state(std::make_shared<State>()) {
+        m_state->action = std::move(action);
+        m_state->timer.setInterval(5);
+        QObject::connect(&m_state->timer, &QTimer::timeout, [state = m_state.get()] {
+            QWidget* w = QApplication::activeModalWidget();
+            if (!w || state->seen)
+                return;
+            state->seen = true;
+            state->timer.stop();
+            state->action(w);
+        });
+        m_state->timer.start();
+    }
+    ModalWatch(const ModalWatch&) = delete;
+    ModalWatch& operator=(const ModalWatch&) = delete;
+    ~ModalWatch() {
+        if (!m_state->seen && !QTest::qWaitFor([this] { return m_state->seen; }, 2000))
+            ADD_FAILURE() << "no modal dialog came";
+        m_state->timer.stop();
+    }
+    bool seen() const { return m_state->seen; }
+
+private:
+    struct State {
+        std::function<void(QWidget*)> action;
+        QTimer timer;
+        bool seen = false;
+    };
+    std::shared_ptr<State> m_state;
+};
+
+inline ModalWatch whenModal(std::function<void(QWidget*)> action) {
+    return ModalWatch(std::move(action));
 }
 
 } // namespace vkm::test
