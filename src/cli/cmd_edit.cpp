@@ -16,8 +16,8 @@
 namespace vkm::cli {
 namespace {
 
-const QString kSynopsis = QStringLiteral(
-    "edit [--inputs-first] [--system-clipboard] [--answer yes|no|cancel]... (IN.gsp | --new) OUT.gsp SCRIPT");
+const QString kSynopsis = QStringLiteral("edit [--inputs-first] [--system-clipboard] [--answer "
+                                         "yes|no|all-yes|all-no|cancel]... (IN.gsp | --new) OUT.gsp SCRIPT");
 
 // The desktop's clipboard, for scripts that exchange rows with the editor or other programs.
 class SystemClipboard : public TextClipboard {
@@ -26,10 +26,17 @@ public:
     void setText(const QString& text) override { QGuiApplication::clipboard()->setText(text); }
 };
 
+// One --answer: all-yes and all-no are Yes and No given to all, which the renumbering
+// question of step references takes as All Yes and All No.
+struct GivenAnswer {
+    Answer answer;
+    bool toAll;
+};
+
 struct EditArguments {
     bool inputsFirst = false;
     bool systemClipboard = false;
-    std::vector<Answer> answers;
+    std::vector<GivenAnswer> answers;
     QString in; // "" for --new
     QString out;
     QString script; // "-" for standard input
@@ -49,13 +56,17 @@ bool parseArguments(const QStringList& args, EditArguments& a, QString& error) {
         } else if (arg == QLatin1String("--answer")) {
             const QString v = args.value(++i).toLower();
             if (v == QLatin1String("yes"))
-                a.answers.push_back(Answer::Yes);
+                a.answers.push_back({Answer::Yes, false});
             else if (v == QLatin1String("no"))
-                a.answers.push_back(Answer::No);
+                a.answers.push_back({Answer::No, false});
+            else if (v == QLatin1String("all-yes"))
+                a.answers.push_back({Answer::Yes, true});
+            else if (v == QLatin1String("all-no"))
+                a.answers.push_back({Answer::No, true});
             else if (v == QLatin1String("cancel"))
-                a.answers.push_back(Answer::Cancel);
+                a.answers.push_back({Answer::Cancel, false});
             else {
-                error = QStringLiteral("--answer takes yes, no or cancel");
+                error = QStringLiteral("--answer takes yes, no, all-yes, all-no or cancel");
                 return false;
             }
         } else if (arg.startsWith(QLatin1String("--"))) {
@@ -105,12 +116,16 @@ int runEdit(const QStringList& args, CliContext& ctx) {
 
     ctx.out().setEncoding(QStringConverter::Utf8);
     TranscriptPrompter prompter(ctx.out());
-    for (Answer answer : a.answers)
-        prompter.queueAnswer(answer);
+    for (const GivenAnswer& given : a.answers)
+        prompter.queueAnswer(given.answer, given.toAll);
     StepSheetEditor user(ctx.selout(), ctx.selinp(), prompter, false, a.inputsFirst);
     StepSheetEditor comparison(ctx.selout(), ctx.selinp(), prompter, true, a.inputsFirst);
     Documents documents(prompter, nullptr, ctx.selout(), ctx.selinp(), user, comparison);
     EditSession session(documents);
+    // The renumbering question has All Yes and All No, which the answers given can choose.
+    session.setReplaceConfirmation([&prompter](const QString& oldDigital, const QString& newDigital) {
+        return prompter.confirmReplace(oldDigital, newDigital);
+    });
     session.setOutput([&ctx](const QString& line) {
         ctx.out() << line << '\n';
         ctx.out().flush();
@@ -134,7 +149,14 @@ int runEdit(const QStringList& args, CliContext& ctx) {
         documents.filePath(0) = a.in;
         user.conversion().PasteData(documents.userProgram());
     }
-    script.run(session);
+    // An action that could not be done (a clipboard file that cannot be read or written)
+    // ends the run as a refused edit does: exit 1, and nothing is saved.
+    if (!script.run(session, &error)) {
+        ctx.err() << (a.script == QLatin1String("-") ? QStringLiteral("standard input") : a.script) << ": "
+                  << error << '\n';
+        documents.shutdown();
+        return 1;
+    }
     const bool saved = session.save(a.out);
     documents.shutdown();
     return saved ? 0 : 1;
@@ -144,12 +166,13 @@ int runEdit(const QStringList& args, CliContext& ctx) {
 const DesktopOptionRegistration systemClipboardOption(QStringLiteral("edit"),
                                                       QStringLiteral("--system-clipboard"));
 
-const CommandRegistration
-    reg({QStringLiteral("edit"),
-         QStringLiteral("edit [--inputs-first] [--system-clipboard] [--answer yes|no|cancel]... (IN.gsp | "
-                        "--new) OUT.gsp SCRIPT\n                           edit a program with a "
-                        "script of editor actions and save it"),
-         runEdit});
+const CommandRegistration reg(
+    {QStringLiteral("edit"),
+     QStringLiteral(
+         "edit [--inputs-first] [--system-clipboard] [--answer yes|no|all-yes|all-no|cancel]... (IN.gsp | "
+         "--new) OUT.gsp SCRIPT\n                           edit a program with a "
+         "script of editor actions and save it"),
+     runEdit});
 
 } // namespace
 } // namespace vkm::cli

@@ -41,9 +41,12 @@ void clickButton(Editor& e, const char* key) {
 }
 
 // Answers every modal dialog that comes up with a key, and remembers what each showed.
+// Given several keys, each press takes the next one; once they are used up, Escape closes
+// whatever is still open (a key that left its dialog open shows as a repeated entry).
 struct ModalAnswerer {
-    ModalAnswerer(Qt::Key key) {
-        QObject::connect(&timer, &QTimer::timeout, [this, key] {
+    ModalAnswerer(Qt::Key key) : ModalAnswerer(QList<Qt::Key>{key}, true) {}
+    ModalAnswerer(QList<Qt::Key> keys, bool repeatLast = false) {
+        QObject::connect(&timer, &QTimer::timeout, [this, keys, repeatLast] {
             QWidget* w = QApplication::activeModalWidget();
             if (!w)
                 return;
@@ -51,12 +54,17 @@ struct ModalAnswerer {
                 seen << d->Data();
             else
                 seen << w->metaObject()->className();
+            const Qt::Key key = pressed < keys.size() ? keys[pressed]
+                                : repeatLast          ? keys.back()
+                                                      : Qt::Key_Escape;
+            ++pressed;
             QTest::keyClick(w, key);
         });
         timer.start(5);
     }
     QTimer timer;
     QStringList seen;
+    int pressed = 0;
 };
 
 void typeRow(Editor& e, int row, const QString& out1, const QString& logic, const QString& kind,
@@ -154,6 +162,26 @@ TEST(EditorRows, InsertAsksOnceWhenAllYesIsPressed) {
     EXPECT_EQ(e.sheet().text(6, e.out1()), "J008");
 }
 
+// "Y" and "N" answer one reference each, as the buttons Yes and No do: each further
+// reference is asked again.
+TEST(EditorRows, InsertAsksForEachReferenceAnsweredWithYAndN) {
+    Editor e;
+    addTargets(e);
+    typeRow(e, 2, "J005", "", "", "");
+    typeRow(e, 3, "J006", "", "", "");
+    typeRow(e, 4, "J007", "", "", "");
+    clickStep(e, 1);
+    {
+        ModalAnswerer answer({Qt::Key_Y, Qt::Key_N, Qt::Key_Y});
+        clickButton(e, "keyROWINSERT");
+        EXPECT_EQ(answer.seen, (QStringList{"J005 -> J006", "J006 -> J007", "J007 -> J008"}));
+    }
+    EXPECT_EQ(e.sheet().text(3, e.out1()), "J006");
+    EXPECT_EQ(e.sheet().text(4, e.out1()), "J006") << "N keeps the reference";
+    EXPECT_EQ(e.sheet().text(5, e.out1()), "J008");
+    EXPECT_TRUE(e.messages().empty());
+}
+
 TEST(EditorRows, CutOfWholeRowsPacksAndTheStepColumnOffersTheMenu) {
     Editor e;
     for (int r = 2; r <= 6; ++r)
@@ -200,6 +228,8 @@ TEST(EditorFind, NextReplaceAndReplaceAllThroughTheWindow) {
     fFind* find = e.win->commands()->findWindow();
     ASSERT_NE(find, nullptr);
     ASSERT_TRUE(find->isVisible());
+    // Loading the window puts the cursor on the first step, in the column it was in.
+    EXPECT_EQ(e.grid()->currentIndex(), e.win->model()->index(1, e.out1()));
     EXPECT_EQ(find->windowTitle(), "Find <USER>");
     EXPECT_EQ(find->lblDigi(1), "OUT1");
     EXPECT_EQ(find->lblCategory(1), "OUT");

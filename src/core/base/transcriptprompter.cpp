@@ -60,7 +60,7 @@ Answer TranscriptPrompter::show(const QString& head, const QString& text, int st
         // Nobody at the keyboard: No, or Cancel where the box has no No.
         Answer wanted = box.buttons == BoxButtons::OkCancel ? Answer::Cancel : Answer::No;
         if (!m_answers.empty()) {
-            wanted = m_answers.front();
+            wanted = m_answers.front().answer;
             m_answers.pop_front();
         }
         answer = fitted(wanted, box.buttons);
@@ -78,6 +78,25 @@ Answer TranscriptPrompter::showMessage(int number, int style, const QString& a1,
 
 Answer TranscriptPrompter::showText(const QString& text, int style) {
     return show(QStringLiteral("message"), text, style);
+}
+
+int TranscriptPrompter::confirmReplace(const QString& oldDigital, const QString& newDigital) {
+    enum { Yes = 1, No = 2, AllYes = 3, AllNo = 4 };
+    int ret = No;
+    if (!m_answers.empty()) {
+        const Given given = m_answers.front();
+        m_answers.pop_front();
+        if (given.answer == Answer::Yes || given.answer == Answer::Ok)
+            ret = given.toAll ? AllYes : Yes;
+        else if (given.answer == Answer::No)
+            ret = given.toAll ? AllNo : No;
+    }
+    static const char* const names[] = {"", "yes", "no", "all-yes", "all-no"};
+    // The same question as message 84, with the two answers the dialog adds.
+    m_out << "message 84: " << escaped(messageText(84, oldDigital, newDigital)) << " -> "
+          << QLatin1String(names[ret]) << '\n';
+    m_out.flush();
+    return ret;
 }
 
 std::optional<QString> TranscriptPrompter::inputText(const QString&, const QString& prompt, const QString&) {
@@ -99,7 +118,7 @@ QString TranscriptPrompter::saveFileName(const FileDialogRequest& request) {
 Answer TranscriptPrompter::askRetry(const QString& text) {
     Answer answer = Answer::Cancel;
     if (!m_answers.empty()) {
-        if (m_answers.front() == Answer::Yes)
+        if (m_answers.front().answer == Answer::Yes)
             answer = Answer::Retry;
         m_answers.pop_front();
     }

@@ -17,8 +17,13 @@ public:
     explicit TranscriptPrompter(QTextStream& out);
 
     // Yes, No or Cancel; a box without the button given takes the nearest (Yes is OK,
-    // No is Cancel in an OK/Cancel box).
-    void queueAnswer(Answer a) { m_answers.push_back(a); }
+    // No is Cancel in an OK/Cancel box). toAll: Yes or No given as All Yes or All No,
+    // which only the renumbering question offers; any other question takes it as Yes or No.
+    void queueAnswer(Answer a, bool toAll = false) { m_answers.push_back({a, toAll}); }
+    // The renumbering question whether oldDigital is replaced by newDigital, written as
+    // message 84 is: 1 Yes, 2 No, 3 All Yes, 4 All No; No when no answer is left (or the
+    // answer is Cancel).
+    int confirmReplace(const QString& oldDigital, const QString& newDigital);
 
     Answer showMessage(int number, int style, const QString& a1 = {}, const QString& a2 = {},
                        const QString& a3 = {}) override;
@@ -37,8 +42,12 @@ public:
 private:
     Answer show(const QString& head, const QString& text, int style);
 
+    struct Given {
+        Answer answer;
+        bool toAll;
+    };
     QTextStream& m_out;
-    std::deque<Answer> m_answers;
+    std::deque<Given> m_answers;
 };
 
 } // namespace vkm

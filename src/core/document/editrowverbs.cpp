@@ -9,6 +9,8 @@
 
 #include <QFile>
 #include <QSaveFile>
+#include <QStringDecoder>
+#include <QStringEncoder>
 
 namespace vkm {
 
@@ -230,7 +232,13 @@ EditAction replaceVerb(const QString& args, const EditSession& session, QString&
     };
 }
 
-// clipboard-save FILE / clipboard-load FILE: the clipboard's text and a file's bytes.
+// clipboard-save FILE / clipboard-load FILE: the clipboard's text and a file's bytes. The
+// clipboard holds Unicode text and the desktop's clipboard exchanges it as UTF-8, so a file
+// is UTF-8 both ways and a save writes exactly the text's UTF-8 bytes (a byte order mark
+// included, never added). A file that cannot be read or written, or bytes that are not
+// UTF-8, end the script as a failed run, as a program that cannot be read does: exit 1 and
+// nothing saved. Exit 2 stays for a line that is not understood; this one was, but what it
+// needs is missing, and whatever followed would work on a clipboard the script did not mean.
 EditAction clipboardFileVerb(const QString& args, bool save, QString& error) {
     const QString path = args.trimmed();
     if (path.isEmpty()) {
@@ -239,19 +247,43 @@ EditAction clipboardFileVerb(const QString& args, bool save, QString& error) {
     }
     return [path, save](EditSession& s) {
         TextClipboard& clipboard = s.editor().clipboard();
+        const QString verb = save ? QStringLiteral("clipboard-save") : QStringLiteral("clipboard-load");
+        const auto fail = [&](const QString& why) {
+            s.fail(QStringLiteral("%1: %2: %3").arg(verb, path, why));
+        };
         if (save) {
+            QStringEncoder encoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
+            const QByteArray bytes = encoder(clipboard.text());
+            if (encoder.hasError()) {
+                // A lone surrogate from the desktop's clipboard has no UTF-8 form.
+                fail(QStringLiteral("the clipboard holds text that has no UTF-8 form"));
+                return;
+            }
             QSaveFile file(path);
-            const QByteArray bytes = clipboard.text().toUtf8();
             if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-                s.print(QStringLiteral("clipboard-save: %1: %2").arg(path, file.errorString()));
+                fail(file.errorString());
             return;
         }
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly)) {
-            s.print(QStringLiteral("clipboard-load: %1: %2").arg(path, file.errorString()));
+            fail(file.errorString());
             return;
         }
-        clipboard.setText(QString::fromUtf8(file.readAll()));
+        const QByteArray bytes = file.readAll();
+        if (file.error() != QFileDevice::NoError) {
+            fail(file.errorString());
+            return;
+        }
+        // Stateless: bytes cut off at the end are an error too. A byte order mark is text
+        // like any other, so that saving the clipboard again gives the same bytes.
+        QStringDecoder decoder(QStringConverter::Utf8,
+                               QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
+        const QString text = decoder(bytes);
+        if (decoder.hasError()) {
+            fail(QStringLiteral("not valid UTF-8 text"));
+            return;
+        }
+        clipboard.setText(text);
     };
 }
 

@@ -13,6 +13,7 @@ void EditScript::addVerb(const QString& name, EditVerb verb) {
 
 bool EditScript::read(const QString& text, const EditSession& session, QString& error) {
     std::vector<EditAction> actions;
+    std::vector<int> numbers;
     const QStringList lines = text.split(QRegularExpression(QStringLiteral("\r\n|\n|\r")));
     for (int i = 0; i < lines.size(); ++i) {
         const QString& line = lines[i];
@@ -39,14 +40,24 @@ bool EditScript::read(const QString& text, const EditSession& session, QString& 
             return false;
         }
         actions.push_back(std::move(action));
+        numbers.push_back(i + 1);
     }
     m_actions = std::move(actions);
+    m_lines = std::move(numbers);
     return true;
 }
 
-void EditScript::run(EditSession& session) const {
-    for (const EditAction& action : m_actions)
-        action(session);
+bool EditScript::run(EditSession& session, QString* error) const {
+    for (std::size_t i = 0; i < m_actions.size(); ++i) {
+        m_actions[i](session);
+        const QString failure = session.takeFailure();
+        if (!failure.isEmpty()) {
+            if (error)
+                *error = QStringLiteral("line %1: %2").arg(m_lines[i]).arg(failure);
+            return false;
+        }
+    }
+    return true;
 }
 
 bool EditScript::splitWords(const QString& args, int count, QStringList& words, QString* rest) {

@@ -36,8 +36,9 @@ public:
     // Reads a script; false with "line N: reason" in error for the first line that is not
     // understood (nothing of the script is kept then).
     bool read(const QString& text, const EditSession& session, QString& error);
-    // Runs what was read, line by line.
-    void run(EditSession& session) const;
+    // Runs what was read, line by line. An action that fails (EditSession::fail) ends the
+    // run: false, with "line N: reason" in error when given.
+    bool run(EditSession& session, QString* error = nullptr) const;
     int actionCount() const { return int(m_actions.size()); }
 
     // Splits off the first count words (separated by one blank or tab); the rest of the
@@ -51,6 +52,7 @@ public:
 private:
     std::map<QString, EditVerb> m_verbs;
     std::vector<EditAction> m_actions;
+    std::vector<int> m_lines; // the script line of each action, from 1
 };
 
 // The verbs of the step editor window: type, space, delete, choose (cells) and undo,

@@ -69,6 +69,17 @@ void EditSession::print(const QString& line) const {
         m_output(line);
 }
 
+void EditSession::fail(const QString& reason) {
+    if (m_failure.isEmpty())
+        m_failure = reason;
+}
+
+void EditSession::setReplaceConfirmation(std::function<int(const QString&, const QString&)> ask) {
+    EditorHooks hooks = editor().hooks();
+    hooks.confirmReplace = std::move(ask);
+    editor().setHooks(std::move(hooks));
+}
+
 bool EditSession::save(const QString& path) {
     m_documents.filePath(0) = path;
     return document().SaveStepData(false);

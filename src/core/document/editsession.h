@@ -3,6 +3,7 @@
 #include <QString>
 #include <functional>
 #include <optional>
+#include <utility>
 
 namespace vkm {
 
@@ -41,15 +42,24 @@ public:
     bool enterMemo(const QString& memo);
     // The editor's save to path (no dialog).
     bool save(const QString& path);
-    // A line of the session's own output (what a search found, a file that could not be
-    // written), beside the messages the prompter prints.
+    // A line of the session's own output (what a search found), beside the messages the
+    // prompter prints.
     void setOutput(std::function<void(const QString& line)> output) { m_output = std::move(output); }
     void print(const QString& line) const;
+    // An action that could not be done at all (a file it needs cannot be read or written):
+    // the script ends there as failed, and the program is not saved. The first reason is
+    // kept until it is taken.
+    void fail(const QString& reason);
+    QString takeFailure() { return std::exchange(m_failure, QString()); }
+    // The renumbering question (old and new function; 1 Yes, 2 No, 3 All Yes, 4 All No),
+    // for a run that can answer All Yes and All No; without it the editor asks Yes or No.
+    void setReplaceConfirmation(std::function<int(const QString& oldDigital, const QString& newDigital)> ask);
 
 private:
     Documents& m_documents;
     std::optional<int> m_nextChoice;
     std::function<void(const QString&)> m_output;
+    QString m_failure;
 };
 
 } // namespace vkm

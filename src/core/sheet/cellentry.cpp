@@ -16,6 +16,16 @@ namespace vkm {
 
 namespace {
 constexpr int kRemarkBytes = 20;
+
+const QString kRemarkControl =
+    QStringLiteral("A remark cannot hold a tab, a line break or another control character.");
+
+bool holdsControlCharacter(const QString& text) {
+    for (QChar ch : text)
+        if (ch.unicode() < 0x20)
+            return true;
+    return false;
+}
 } // namespace
 
 CellEntry::CellEntry(SheetContext& context, const SheetQueries& queries, CellRules& rules,
@@ -166,6 +176,13 @@ bool CellEntry::enterText(int row, int col, const QString& text) {
 }
 
 ValidateResult CellEntry::validateRemark(int row, int col, const QString& text) {
+    // A tab or a line break would split the remark into cells or lines of the clipboard
+    // text, and the one-line cell cannot show it: the value is refused rather than quietly
+    // changed.
+    if (holdsControlCharacter(text)) {
+        m_ctx.prompter.showText(kRemarkControl, 2);
+        return {false, m_sheet.text(row, col)};
+    }
     if (LegacyText::byteLength(text) > kRemarkBytes) {
         m_ctx.prompter.showMessage(56, 2, QString::number(kRemarkBytes));
         return {false, m_sheet.text(row, col)};

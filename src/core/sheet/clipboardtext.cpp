@@ -29,6 +29,13 @@ std::optional<qint64> canonicalNumber(const QString& text, bool allowSign, int m
     return negative ? -value : value;
 }
 
+bool holdsControlCharacter(const QString& text) {
+    for (QChar ch : text)
+        if (ch.unicode() < 0x20)
+            return true;
+    return false;
+}
+
 bool codeIn(const QString& text, int first, int last) {
     const auto value = canonicalNumber(text, false, 2);
     return value && *value >= first && *value <= last;
@@ -41,6 +48,16 @@ QString ClipboardText::compose(const ClipboardData& data) {
     for (const ClipboardRow& row : data.rows)
         lines << QLatin1String(row.rem ? kRem : kNotRem) + kTab + row.cells.join(kTab);
     return lines.join(kLineBreak);
+}
+
+QString ClipboardText::copiedCell(const QString& text) {
+    if (!holdsControlCharacter(text))
+        return text;
+    QString out = text;
+    for (QChar& ch : out)
+        if (ch.unicode() < 0x20)
+            ch = QLatin1Char(' ');
+    return out;
 }
 
 int ClipboardText::ParseColCount(const QString& line) {
@@ -88,7 +105,7 @@ bool ClipboardText::cellFits(int colKind, const QString& cell) {
     if (cell.isEmpty())
         return true;
     if (colKind == KindRemark)
-        return LegacyText::byteLength(cell) <= kRemarkBytes;
+        return LegacyText::byteLength(cell) <= kRemarkBytes && !holdsControlCharacter(cell);
     if (cell == QLatin1String(SheetLayout::kStar))
         return colKind >= KindOutKino && colKind <= KindRel;
     switch (colKind) {

@@ -29,9 +29,15 @@ struct ClipboardData {
 //
 // Lines are separated by CR LF, with none after the last. A function cell travels as the
 // function's number, so that the text stays valid whichever catalogue shows the names.
+// A cell never carries a control character: a TAB, CR or LF in a remark (read from a
+// file; typing refuses them) would break the cell or line apart, so a copy writes each
+// control character as a blank (copiedCell) and a pasted remark holding one is refused.
 class ClipboardText {
 public:
+    // The text of the data as it stands; no cell may hold a TAB, CR or LF.
     static QString compose(const ClipboardData& data);
+    // A cell's text as a copy writes it: each control character as a blank.
+    static QString copiedCell(const QString& text);
     // The copied cells of a clipboard text; nullopt for any text that is not in the form
     // above (no CR LF, a first line other than 0 or 1, no row, a row line without its REM
     // field, rows of different widths). One CR LF after the last line is tolerated: a text
@@ -41,7 +47,7 @@ public:
     static int ParseColCount(const QString& line);
     // Whether a cell's text has the form copying writes for a column of that kind (a
     // function as its number, a code of that column, a whole number of a delay, a remark
-    // of at most 20 bytes, or "***" where a cell may not apply).
+    // of at most 20 bytes without control characters, or "***" where a cell may not apply).
     static bool cellFits(int colKind, const QString& cell);
 
     static constexpr const char* kRem = "REM";

@@ -44,6 +44,9 @@ void FunctionFinder::open() {
         m_replaceEnabled = false;
         m_pos = {StepSheet::kFirstStepRow, 1};
         m_wrapped = false;
+        // The search starts at the top, and so does the current row (a Replace works on
+        // the current row): the cursor goes to the first step, in the column it was in.
+        m_sheet.select(StepSheet::kFirstStepRow, col);
     } else if (!current.digital.isEmpty()) {
         // Opened again on another function: that one is looked for now.
         setFindValue(current, 0);

@@ -32,7 +32,8 @@ public:
 
     // The editor opens its find window on the current cell: the side scanned follows the
     // cell's column, and a function in the cell becomes the value to find. The first
-    // opening also starts the search at the top with the replacement off.
+    // opening also starts the search at the top with the replacement off, and makes the
+    // first step the current row (the column stays).
     void open();
     void close() { m_loaded = false; }
     bool isLoaded() const { return m_loaded; }

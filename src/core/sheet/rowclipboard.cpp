@@ -41,8 +41,10 @@ QString RowClipboard::copyText(int row1, int row2, int col1, int col2, bool whol
     for (int r = r1; r <= r2; ++r) {
         ClipboardRow line;
         line.rem = m_sheet.isRowDisabled(r);
+        // A remark read from a file may hold a TAB or a line break, which would split
+        // it; it travels with blanks instead, so the text reads back as these cells.
         for (int c = c1; c <= c2; ++c)
-            line.cells << cellText(r, c);
+            line.cells << ClipboardText::copiedCell(cellText(r, c));
         data.rows.push_back(std::move(line));
     }
     return ClipboardText::compose(data);

@@ -91,6 +91,27 @@ TEST(SheetEntry, RemarkByteLimitCountsDoubleByteCharacters) {
     }
 }
 
+// A TAB or a line break would break the clipboard's cells and lines apart: a remark is
+// refused with them (and with any other control character), and keeps what it held.
+TEST(SheetEntry, RemarkRefusesControlCharacters) {
+    for (const QString& text :
+         {QString("a\t256"), QString("a\nb"), QString("a\rb"), QString("\x01"), QString(QChar(0x1f))}) {
+        SheetFixture f;
+        f.sheet().setText(1, 1, "old");
+        const ValidateResult r = f.editor->entry().fg_ValidateEdit(1, 1, text);
+        EXPECT_FALSE(r.accepted) << text.toStdString();
+        EXPECT_EQ(r.text, "old");
+        EXPECT_EQ(f.sheet().text(1, 1), "old");
+        EXPECT_EQ(f.changedCount, 0);
+        EXPECT_EQ(f.prompter.texts(),
+                  QStringList{"A remark cannot hold a tab, a line break or another control character."});
+    }
+    SheetFixture f;
+    EXPECT_TRUE(f.type(1, 1, " a b ~"));
+    EXPECT_EQ(f.sheet().text(1, 1), " a b ~");
+    EXPECT_TRUE(f.prompter.shown().empty());
+}
+
 TEST(SheetEntry, PrerequisitesAndStarCellsRefuseToStart) {
     SheetFixture f;
     struct Case {

@@ -60,6 +60,28 @@ TEST(FunctionFinder, OpensOnTheCurrentCellsFunctionAndSide) {
     }
 }
 
+// Loading the window makes the first step the current row, in the column the cursor was
+// in; opening it again while it is loaded leaves the cursor alone.
+TEST(FunctionFinder, LoadingMovesTheCursorToTheFirstStep) {
+    FindFixture f;
+    f.putSimpleRow(6);
+    f.sheet().select(6, f.o1());
+    f.finder().open();
+    EXPECT_EQ(f.current(), std::pair(1, f.o1()));
+    EXPECT_EQ(f.finder().findValue().digital, "OUT001");
+
+    f.sheet().select(6, f.in(1));
+    f.finder().open();
+    EXPECT_EQ(f.current(), std::pair(6, f.in(1)));
+    EXPECT_EQ(f.finder().findValue().digital, "IN001");
+
+    // Closed and loaded again: back to the first step.
+    f.finder().close();
+    f.sheet().select(9, f.in(1) + 1);
+    f.finder().open();
+    EXPECT_EQ(f.current(), std::pair(1, f.in(1) + 1));
+}
+
 // The value is only above the search position: the search starts again at the top once;
 // missing again it says so and the next search begins at the top.
 TEST(FunctionFinder, NextWrapsAroundOnceThenReportsNotFound) {

@@ -173,6 +173,8 @@ TEST(RowClipboard, ForeignOrUnfittingTextIsRefusedWhole) {
         {"a logic of 12", "0\r\nLogic\r\nNOTREM\t12", 5, 3, 58},
         {"an odd delay kind", "0\r\nDelay Kind\r\nNOTREM\t3", 5, 4, 58},
         {"a remark of 21 bytes", "0\r\nRemark\r\nNOTREM\t" + QString(21, 'r'), 5, 1, 58},
+        {"a remark holding a line feed", "0\r\nRemark\r\nNOTREM\ta\nb", 5, 1, 58},
+        {"a remark holding a carriage return", "0\r\nRemark\r\nNOTREM\ta\rb", 5, 1, 58},
         {"a function beyond 16 bits", "0\r\nOutput\r\nNOTREM\t65536", 5, 2, 58},
         {"rows below step 32", "1\r\nRemark\r\nNOTREM" + tabs21 + "\r\nNOTREM" + tabs21, 32, 1, 90},
         {"a block beyond the last column", "0\r\nStat.\r\nNOTREM\t0\t2\t\t1", 5, 20, 90},
@@ -189,6 +191,36 @@ TEST(RowClipboard, ForeignOrUnfittingTextIsRefusedWhole) {
         EXPECT_EQ(f.sheet().revision(), revision) << c.what;
         EXPECT_EQ(f.changedCount, 0) << c.what;
     }
+}
+
+// A remark read from a file may hold any byte. Copied as it stands, a TAB would start
+// another cell and a line break another row; the copy writes each control character as a
+// blank, so the text reads back as the cells that were copied.
+TEST(RowClipboard, ControlCharactersInARemarkTravelAsBlanks) {
+    RowsFixture f;
+    fillCopySource(f);
+    f.sheet().setText(3, 1, "a\t256\r\nb\x01");
+    f.sheet().setSelection(3, 1, 3, f.o1());
+    f.clip().copySelection();
+    EXPECT_EQ(f.clipboardText(), "0\r\nRemark\r\nNOTREM\ta 256  b \t1");
+    f.sheet().select(6, 1);
+    ASSERT_TRUE(f.clip().PasteFromBuf(6));
+    EXPECT_EQ(f.sheet().text(6, 1), "a 256  b ");
+    EXPECT_EQ(f.sheet().text(6, f.o1()), "OUT001") << "the remark stays in its own cell";
+    EXPECT_EQ(f.sheet().text(6, f.o1() + 1), "");
+    EXPECT_TRUE(f.prompter.shown().empty());
+
+    // As whole rows, the editor takes its own copy back.
+    f.selectRows(3, 4);
+    f.clip().copySelection();
+    EXPECT_EQ(f.clipboardText(),
+              "1\r\nRemark\r\n" + QString(kRow3).replace("first", "a 256  b ") + "\r\n" + kRow4);
+    f.selectRows(10, 10);
+    ASSERT_TRUE(f.clip().pasteCommand());
+    EXPECT_TRUE(f.prompter.shown().empty());
+    EXPECT_EQ(f.sheet().text(10, 1), "a 256  b ");
+    EXPECT_EQ(f.rowCells(10).mid(2), f.rowCells(3).mid(2));
+    EXPECT_EQ(f.rowCells(11), f.rowCells(4));
 }
 
 TEST(RowClipboard, ANumberNoCatalogueKnowsIsKeptRecognisablyAndNamed) {
@@ -460,4 +492,8 @@ TEST(ClipboardText, ParsesWhatItComposes) {
     EXPECT_TRUE(ClipboardText::parse(text + "\r\n"));
     EXPECT_FALSE(ClipboardText::parse(text + "\r\n\r\n"));
     EXPECT_EQ(ClipboardText::ParseColCount("NOTREM\ta\t\tb"), 4);
+
+    // A copy writes each control character of a cell as a blank.
+    EXPECT_EQ(ClipboardText::copiedCell("x\ty\r\n\x1f!"), "x y   !");
+    EXPECT_EQ(ClipboardText::copiedCell("plain ~"), "plain ~");
 }
