@@ -90,6 +90,14 @@ bool CliContext::readFile(const QString& path, QByteArray& content) {
     return true;
 }
 
+bool CliContext::canRead(const QString& path) {
+    QFile in(path);
+    if (in.open(QIODevice::ReadOnly))
+        return true;
+    m_err << path << ": " << in.errorString() << '\n';
+    return false;
+}
+
 bool CliContext::writeFile(const QString& path, const QByteArray& content) {
     QSaveFile out(path);
     if (!out.open(QIODevice::WriteOnly) || out.write(content) != content.size() || !out.commit()) {

@@ -48,6 +48,9 @@ public:
     bool readProgram(const QString& path, CSteps& program);
     // A whole file's bytes; false with "<path>: <reason>" on stderr.
     bool readFile(const QString& path, QByteArray& content);
+    // Whether the file opens for reading, for a reader that opens it itself; false with
+    // "<path>: <reason>" on stderr.
+    bool canRead(const QString& path);
     // Writes the file in one piece (nothing half-written is left behind); false with
     // "<path>: <reason>" on stderr.
     bool writeFile(const QString& path, const QByteArray& content);

@@ -38,8 +38,7 @@ void listTerminal(QTextStream& out, const Terminal& t, const CSelections& functi
 int runCustom(const QStringList& args, CliContext& ctx) {
     if (args.size() != 1)
         return ctx.usageError(QStringLiteral("custom FILE.txt"));
-    QByteArray content;
-    if (!ctx.readFile(args.first(), content))
+    if (!ctx.canRead(args.first()))
         return 1;
     if (!ctx.loadCatalogues())
         return 2;

@@ -13,11 +13,6 @@
 namespace vkm::cli {
 namespace {
 
-// Function names as the editor shows them; a value the catalogue lacks stays visible.
-QString functionText(const CSelections& sels, int kino) {
-    return sels.shownDigital(kino);
-}
-
 QString orCode(const QString& text, int code) {
     return text.isEmpty() ? QLatin1Char('#') + QString::number(code) : text;
 }
@@ -29,7 +24,7 @@ void dumpOutput(QTextStream& s, const CStepOut* out, int block, const CSelection
         return;
     }
     const QString category = selout.CategoryByValue(out->Kino);
-    s << functionText(selout, out->Kino) << ' ' << orCode(CStepOuts::LogicJ(out->Logic), out->Logic);
+    s << selout.shownDigital(out->Kino) << ' ' << orCode(CStepOuts::LogicJ(out->Logic), out->Logic);
     if (isFlowCategory(category)) {
         s << '\n';
         return;
@@ -51,7 +46,7 @@ void dumpInputs(QTextStream& s, const CStepInps& inps, const CSelections& selinp
         if (counter && block > 1 && MustJyosu(inps.CounterId, block))
             s << quint16(inp->Kino);
         else
-            s << functionText(selinp, inp->Kino);
+            s << selinp.shownDigital(inp->Kino);
         if (!counter)
             s << ' ' << orCode(CStepInps::JyotaiJ(inp->Jyotai), inp->Jyotai);
         s << ' ' << orCode(CStepInps::RelJ(inp->Rel), inp->Rel) << '\n';

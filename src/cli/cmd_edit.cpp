@@ -111,6 +111,7 @@ int runEdit(const QStringList& args, CliContext& ctx) {
     QString text;
     if (!readScriptText(a.script, ctx, text))
         return 2;
+    const QString scriptName = a.script == QLatin1String("-") ? QStringLiteral("standard input") : a.script;
     if (!ctx.loadCatalogues())
         return 1;
 
@@ -136,8 +137,7 @@ int runEdit(const QStringList& args, CliContext& ctx) {
         user.setClipboard(&systemClipboard);
     EditScript script = stepEditorScript();
     if (!script.read(text, session, error)) {
-        ctx.err() << (a.script == QLatin1String("-") ? QStringLiteral("standard input") : a.script) << ": "
-                  << error << '\n';
+        ctx.err() << scriptName << ": " << error << '\n';
         return 2;
     }
     if (!a.in.isEmpty()) {
@@ -152,8 +152,7 @@ int runEdit(const QStringList& args, CliContext& ctx) {
     // An action that could not be done (a clipboard file that cannot be read or written)
     // ends the run as a refused edit does: exit 1, and nothing is saved.
     if (!script.run(session, &error)) {
-        ctx.err() << (a.script == QLatin1String("-") ? QStringLiteral("standard input") : a.script) << ": "
-                  << error << '\n';
+        ctx.err() << scriptName << ": " << error << '\n';
         documents.shutdown();
         return 1;
     }

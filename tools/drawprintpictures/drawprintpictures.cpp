@@ -25,14 +25,7 @@ static void picture(const QString& file, std::initializer_list<QPointF> trace, i
     p.scale(4, 4);
     const QColor ink(0, 70, 170);
     QPainterPath path;
-    bool first = true;
-    for (QPointF pt : trace) {
-        if (first)
-            path.moveTo(pt);
-        else
-            path.lineTo(pt);
-        first = false;
-    }
+    path.addPolygon(QPolygonF(trace)); // an open trace: moved to the first point, lines on
     p.setPen(QPen(ink, 1.6, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
     p.drawPath(path);
     if (arrow != 0) {

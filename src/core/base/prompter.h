@@ -8,6 +8,10 @@ namespace vkm {
 // The answer a message box gives back. None for boxes that only inform.
 enum class Answer { None, Ok, Cancel, Yes, No, Retry };
 
+// The renumbering question (whether a step reference takes its new number) answers for
+// the rest of the renumbering too: the codes its dialog and the hooks that ask it return.
+enum ReplaceAnswer { ReplaceYes = 1, ReplaceNo = 2, ReplaceAllYes = 3, ReplaceAllNo = 4 };
+
 struct FileDialogRequest {
     QString title;
     QString startDir;

@@ -81,15 +81,14 @@ Answer TranscriptPrompter::showText(const QString& text, int style) {
 }
 
 int TranscriptPrompter::confirmReplace(const QString& oldDigital, const QString& newDigital) {
-    enum { Yes = 1, No = 2, AllYes = 3, AllNo = 4 };
-    int ret = No;
+    int ret = ReplaceNo;
     if (!m_answers.empty()) {
         const Given given = m_answers.front();
         m_answers.pop_front();
         if (given.answer == Answer::Yes || given.answer == Answer::Ok)
-            ret = given.toAll ? AllYes : Yes;
+            ret = given.toAll ? ReplaceAllYes : ReplaceYes;
         else if (given.answer == Answer::No)
-            ret = given.toAll ? AllNo : No;
+            ret = given.toAll ? ReplaceAllNo : ReplaceNo;
     }
     static const char* const names[] = {"", "yes", "no", "all-yes", "all-no"};
     // The same question as message 84, with the two answers the dialog adds.

@@ -21,8 +21,8 @@ public:
     // which only the renumbering question offers; any other question takes it as Yes or No.
     void queueAnswer(Answer a, bool toAll = false) { m_answers.push_back({a, toAll}); }
     // The renumbering question whether oldDigital is replaced by newDigital, written as
-    // message 84 is: 1 Yes, 2 No, 3 All Yes, 4 All No; No when no answer is left (or the
-    // answer is Cancel).
+    // message 84 is, answered with a ReplaceAnswer; ReplaceNo when no answer is left (or
+    // the answer is Cancel).
     int confirmReplace(const QString& oldDigital, const QString& newDigital);
 
     Answer showMessage(int number, int style, const QString& a1 = {}, const QString& a2 = {},

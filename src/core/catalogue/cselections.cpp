@@ -255,4 +255,10 @@ QStringList CSelections::categoriesOfDigital(const QString& sDigital) const {
     return out;
 }
 
+std::optional<qint16> CSelections::valueInCategory(const QString& sCategory, const QString& sDigital) const {
+    if (sCategory.isEmpty() || !categoriesOfDigital(sDigital).contains(sCategory))
+        return std::nullopt;
+    return ValueByDigital(sCategory, sDigital);
+}
+
 } // namespace vkm

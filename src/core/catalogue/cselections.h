@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QString>
 #include <QStringList>
+#include <optional>
 #include <vector>
 
 namespace vkm {
@@ -57,6 +58,9 @@ public:
     QStringList categories() const;
     // Every category that holds the digital text, in file order.
     QStringList categoriesOfDigital(const QString& sDigital) const;
+    // The value of the digital text in that category; nullopt when the category is empty or
+    // does not hold the text (a cell's category may be stale, or the cell holds no function).
+    std::optional<qint16> valueInCategory(const QString& sCategory, const QString& sDigital) const;
 
     const QHash<QString, qint16>& dicDigital() const { return m_dicDigital; }
     const QHash<QString, QString>& dicMinMax() const { return m_dicMinMax; }

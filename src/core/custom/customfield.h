@@ -82,20 +82,24 @@ namespace detail {
 inline bool isRequired(FieldRule rule) {
     return rule == FieldRule::Function || rule == FieldRule::Logic;
 }
-// The image index of a field, or nullopt when the field is skipped (no address, or not in
-// the image); *outside is set for an index that does not lie in the image.
-template <typename T>
-std::optional<qint32> fieldIndex(const T& t, const ValueField<T>& f, qsizetype size, bool* outside) {
-    if (f.rule == FieldRule::Unplaced)
-        return std::nullopt;
-    const qint32 index = t.*f.adrs;
-    if (index == -1 && !isRequired(f.rule))
-        return std::nullopt;
-    if (index < 0 || index >= size) {
-        *outside = true;
-        return std::nullopt;
+// Whether the terminal has a place in the image for the field: the function and logic
+// always, the others when their address is set.
+template <typename T> bool hasPlace(const T& t, const ValueField<T>& f) {
+    return f.rule != FieldRule::Unplaced && (isRequired(f.rule) || t.*f.adrs != -1);
+}
+// visit(field, index) for every field with a place in the image, in field order. False at
+// the first index that does not lie in the image (the fields before it were visited).
+template <typename T, typename Visit>
+bool forEachPlacedField(const T& t, qsizetype size, const std::vector<ValueField<T>>& fields, Visit visit) {
+    for (const ValueField<T>& f : fields) {
+        if (!hasPlace(t, f))
+            continue;
+        const qint32 index = t.*f.adrs;
+        if (index < 0 || index >= size)
+            return false;
+        visit(f, index);
     }
-    return index;
+    return true;
 }
 } // namespace detail
 
@@ -104,14 +108,8 @@ std::optional<qint32> fieldIndex(const T& t, const ValueField<T>& f, qsizetype s
 // have their new values).
 template <typename T>
 bool readTerminalValues(T& t, const QByteArray& image, const std::vector<ValueField<T>>& fields) {
-    for (const ValueField<T>& f : fields) {
-        bool outside = false;
-        const auto index = detail::fieldIndex(t, f, image.size(), &outside);
-        if (outside)
-            return false;
-        if (!index)
-            continue;
-        const quint8 byte = quint8(image.at(*index));
+    return detail::forEachPlacedField(t, image.size(), fields, [&](const ValueField<T>& f, qint32 index) {
+        const quint8 byte = quint8(image.at(index));
         switch (f.rule) {
         case FieldRule::Function:
             t.*f.value = byte & 0x7F;
@@ -123,47 +121,37 @@ bool readTerminalValues(T& t, const QByteArray& image, const std::vector<ValueFi
             t.*f.value = maskedValue(byte, t.*f.bit);
             break;
         }
-    }
-    return true;
+    });
 }
 
 // Writes the terminal's values into the image, in field order; fields without an address
 // are skipped. False at the first address outside the image (the image is never resized).
 template <typename T>
 bool writeTerminalValues(const T& t, QByteArray& image, const std::vector<ValueField<T>>& fields) {
-    for (const ValueField<T>& f : fields) {
-        bool outside = false;
-        const auto index = detail::fieldIndex(t, f, image.size(), &outside);
-        if (outside)
-            return false;
-        if (!index)
-            continue;
-        const quint8 byte = quint8(image.at(*index));
+    return detail::forEachPlacedField(t, image.size(), fields, [&](const ValueField<T>& f, qint32 index) {
+        const quint8 byte = quint8(image.at(index));
         const quint8 value = t.*f.value;
         switch (f.rule) {
         case FieldRule::Function:
         case FieldRule::Byte:
-            image[*index] = char(value);
+            image[index] = char(value);
             break;
         case FieldRule::Code:
-            image[*index] = char(replaceMasked(byte, t.*f.bit, value));
+            image[index] = char(replaceMasked(byte, t.*f.bit, value));
             break;
         default:
-            image[*index] = char(orMasked(byte, t.*f.bit, value));
+            image[index] = char(orMasked(byte, t.*f.bit, value));
             break;
         }
-    }
-    return true;
+    });
 }
 
 // The terminal's values by name, in field order.
 template <typename T>
 std::vector<TerminalValue> listTerminalValues(const T& t, const std::vector<ValueField<T>>& fields) {
     std::vector<TerminalValue> out;
-    for (const ValueField<T>& f : fields) {
-        const bool present = f.rule != FieldRule::Unplaced && (detail::isRequired(f.rule) || t.*f.adrs != -1);
-        out.push_back({f.name, t.*f.value, present});
-    }
+    for (const ValueField<T>& f : fields)
+        out.push_back({f.name, t.*f.value, detail::hasPlace(t, f)});
     return out;
 }
 

@@ -76,34 +76,10 @@ bool readArgs(const QString& args, std::initializer_list<Arg> kinds, const EditS
     return true;
 }
 
-bool nothingMore(const QString& rest, QString& error) {
-    if (rest.trimmed().isEmpty())
-        return true;
-    error = QStringLiteral("unexpected \"%1\"").arg(rest.trimmed());
-    return false;
-}
-
-// The name a script gives a column ("out2.delay", "in3.rel", "remark").
-QString columnName(const SheetLayout& layout, int col) {
-    static const char* const outFields[] = {"", ".logic", ".kind", ".delay"};
-    static const char* const inFields[] = {"", ".state", ".rel"};
-    const int group = layout.groupOf(col);
-    if (layout.isOutputCol(col))
-        return QStringLiteral("out%1").arg(group) +
-               QLatin1String(outFields[col - layout.outputGroupCol(group)]);
-    if (layout.isInputCol(col))
-        return QStringLiteral("in%1").arg(group) + QLatin1String(inFields[col - layout.inputGroupCol(group)]);
-    return col == SheetLayout::GetcolRemark() ? QStringLiteral("remark") : QStringLiteral("step");
-}
-
 void selectRows(EditSession& s, int anchor, int corner) {
     StepSheet& sheet = s.editor().sheet();
     sheet.setSelection(anchor, 1, corner, StepSheet::kCols - 1);
     sheet.setRowSelectionMode(true);
-}
-
-void selectBlock(EditSession& s, const std::vector<int>& n) {
-    s.editor().sheet().setSelection(n[0], n[1], n[2], n[3]);
 }
 
 using Command = std::function<void(EditSession&)>;
@@ -113,10 +89,10 @@ EditVerb blockVerb(Command command) {
     return [command](const QString& args, const EditSession& session, QString& error) -> EditAction {
         Args a;
         if (!readArgs(args, {Arg::Row, Arg::Column, Arg::Row, Arg::Column}, session, a, error) ||
-            !nothingMore(a.rest, error))
+            !EditScript::nothingMore(a.rest, error))
             return {};
         return [command, n = a.numbers](EditSession& s) {
-            selectBlock(s, n);
+            s.editor().sheet().setSelection(n[0], n[1], n[2], n[3]);
             command(s);
         };
     };
@@ -126,7 +102,8 @@ EditVerb blockVerb(Command command) {
 EditVerb rowsVerb(Command command) {
     return [command](const QString& args, const EditSession& session, QString& error) -> EditAction {
         Args a;
-        if (!readArgs(args, {Arg::Row, Arg::Row}, session, a, error) || !nothingMore(a.rest, error))
+        if (!readArgs(args, {Arg::Row, Arg::Row}, session, a, error) ||
+            !EditScript::nothingMore(a.rest, error))
             return {};
         return [command, n = a.numbers](EditSession& s) {
             selectRows(s, n[0], n[1]);
@@ -137,7 +114,8 @@ EditVerb rowsVerb(Command command) {
 
 EditAction pasteVerb(const QString& args, const EditSession& session, QString& error) {
     Args a;
-    if (!readArgs(args, {Arg::Row, Arg::Column}, session, a, error) || !nothingMore(a.rest, error))
+    if (!readArgs(args, {Arg::Row, Arg::Column}, session, a, error) ||
+        !EditScript::nothingMore(a.rest, error))
         return {};
     return [n = a.numbers](EditSession& s) {
         s.editor().sheet().select(n[0], n[1]);
@@ -148,7 +126,7 @@ EditAction pasteVerb(const QString& args, const EditSession& session, QString& e
 // insert ROW COUNT: COUNT rows selected from ROW down, then Insert.
 EditAction insertVerb(const QString& args, const EditSession& session, QString& error) {
     Args a;
-    if (!readArgs(args, {Arg::Row, Arg::Count}, session, a, error) || !nothingMore(a.rest, error))
+    if (!readArgs(args, {Arg::Row, Arg::Count}, session, a, error) || !EditScript::nothingMore(a.rest, error))
         return {};
     const int last = a.numbers[0] + a.numbers[1] - 1;
     if (last > SheetLayout::kLastStepRow) {
@@ -162,7 +140,7 @@ EditAction insertVerb(const QString& args, const EditSession& session, QString& 
 }
 
 EditAction clearRemVerb(const QString& args, const EditSession&, QString& error) {
-    if (!nothingMore(args, error))
+    if (!EditScript::nothingMore(args, error))
         return {};
     return [](EditSession& s) { s.editor().rows().ClearAllRem(); };
 }
@@ -177,13 +155,13 @@ FunctionFinder& findWindow(EditSession& s) {
 
 void printFound(EditSession& s) {
     const StepSheet& sheet = s.editor().sheet();
-    s.print(QStringLiteral("found %1 %2").arg(sheet.row()).arg(columnName(sheet, sheet.col())));
+    s.print(QStringLiteral("found %1 %2").arg(sheet.row()).arg(EditScript::columnName(sheet, sheet.col())));
 }
 
 // find TEXT input|output: the value chosen with that side's browse button, then Next.
 EditAction findVerb(const QString& args, const EditSession& session, QString& error) {
     Args a;
-    if (!readArgs(args, {Arg::Word, Arg::Side}, session, a, error) || !nothingMore(a.rest, error))
+    if (!readArgs(args, {Arg::Word, Arg::Side}, session, a, error) || !EditScript::nothingMore(a.rest, error))
         return {};
     return [digital = a.words[0].toUpper(), side = a.numbers[0]](EditSession& s) {
         FunctionFinder& finder = findWindow(s);
@@ -199,7 +177,7 @@ EditAction replaceVerb(const QString& args, const EditSession& session, QString&
     if (!readArgs(args, {Arg::Word, Arg::Word, Arg::Side}, session, a, error))
         return {};
     const bool all = a.rest.trimmed() == QLatin1String("all");
-    if (!all && !nothingMore(a.rest, error))
+    if (!all && !EditScript::nothingMore(a.rest, error))
         return {};
     const int side = a.numbers[0];
     const QString replacement = a.words[1].toUpper();

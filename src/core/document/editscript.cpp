@@ -7,13 +7,23 @@
 
 namespace vkm {
 
+namespace {
+// The fields of an output or input group in column order after its function:
+// "out1.logic" is the column after out1's.
+const QStringList& groupFields(bool output) {
+    static const QStringList outFields = {QString(), QStringLiteral("logic"), QStringLiteral("kind"),
+                                          QStringLiteral("delay")};
+    static const QStringList inFields = {QString(), QStringLiteral("state"), QStringLiteral("rel")};
+    return output ? outFields : inFields;
+}
+} // namespace
+
 void EditScript::addVerb(const QString& name, EditVerb verb) {
     m_verbs[name] = std::move(verb);
 }
 
 bool EditScript::read(const QString& text, const EditSession& session, QString& error) {
-    std::vector<EditAction> actions;
-    std::vector<int> numbers;
+    std::vector<Line> actions;
     const QStringList lines = text.split(QRegularExpression(QStringLiteral("\r\n|\n|\r")));
     for (int i = 0; i < lines.size(); ++i) {
         const QString& line = lines[i];
@@ -39,21 +49,19 @@ bool EditScript::read(const QString& text, const EditSession& session, QString& 
                         .arg(why.isEmpty() ? QStringLiteral("not understood") : why);
             return false;
         }
-        actions.push_back(std::move(action));
-        numbers.push_back(i + 1);
+        actions.push_back({i + 1, std::move(action)});
     }
     m_actions = std::move(actions);
-    m_lines = std::move(numbers);
     return true;
 }
 
 bool EditScript::run(EditSession& session, QString* error) const {
-    for (std::size_t i = 0; i < m_actions.size(); ++i) {
-        m_actions[i](session);
+    for (const Line& line : m_actions) {
+        line.action(session);
         const QString failure = session.takeFailure();
         if (!failure.isEmpty()) {
             if (error)
-                *error = QStringLiteral("line %1: %2").arg(m_lines[i]).arg(failure);
+                *error = QStringLiteral("line %1: %2").arg(line.number).arg(failure);
             return false;
         }
     }
@@ -109,16 +117,30 @@ std::optional<int> EditScript::parseColumn(const QString& word, const SheetLayou
     if (m.hasMatch()) {
         const bool output = m.captured(1) == QLatin1String("out");
         const int g = m.captured(2).toInt();
-        const QString field = m.captured(3);
-        static const QStringList outFields = {QString(), QStringLiteral("logic"), QStringLiteral("kind"),
-                                              QStringLiteral("delay")};
-        static const QStringList inFields = {QString(), QStringLiteral("state"), QStringLiteral("rel")};
-        const int offset = (output ? outFields : inFields).indexOf(field);
+        const int offset = groupFields(output).indexOf(m.captured(3));
         if (offset >= 0 && (!output || g <= 2))
             return (output ? layout.outputGroupCol(g) : layout.inputGroupCol(g)) + offset;
     }
     error = QStringLiteral("no column \"%1\"").arg(word);
     return std::nullopt;
+}
+
+QString EditScript::columnName(const SheetLayout& layout, int col) {
+    const bool output = layout.isOutputCol(col);
+    if (!output && !layout.isInputCol(col))
+        return col == SheetLayout::GetcolRemark() ? QStringLiteral("remark") : QStringLiteral("step");
+    const int group = layout.groupOf(col);
+    const QString field = groupFields(output).value(
+        col - (output ? layout.outputGroupCol(group) : layout.inputGroupCol(group)));
+    return (output ? QStringLiteral("out%1") : QStringLiteral("in%1")).arg(group) +
+           (field.isEmpty() ? QString() : QLatin1Char('.') + field);
+}
+
+bool EditScript::nothingMore(const QString& rest, QString& error) {
+    if (rest.trimmed().isEmpty())
+        return true;
+    error = QStringLiteral("unexpected \"%1\"").arg(rest.trimmed());
+    return false;
 }
 
 QString EditScript::unescaped(const QString& text) {

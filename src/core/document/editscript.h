@@ -46,13 +46,21 @@ public:
     static bool splitWords(const QString& args, int count, QStringList& words, QString* rest = nullptr);
     static std::optional<int> parseRow(const QString& word, QString& error);
     static std::optional<int> parseColumn(const QString& word, const SheetLayout& layout, QString& error);
+    // The name a script gives a column, as parseColumn reads it ("out2.delay", "in3.rel",
+    // "remark", "step").
+    static QString columnName(const SheetLayout& layout, int col);
+    // True when nothing but blanks follows the arguments; else false with the reason.
+    static bool nothingMore(const QString& rest, QString& error);
     // "\n" is a line break and "\\" a backslash in a text argument.
     static QString unescaped(const QString& text);
 
 private:
+    struct Line {
+        int number; // in the script, from 1
+        EditAction action;
+    };
     std::map<QString, EditVerb> m_verbs;
-    std::vector<EditAction> m_actions;
-    std::vector<int> m_lines; // the script line of each action, from 1
+    std::vector<Line> m_actions;
 };
 
 // The verbs of the step editor window: type, space, delete, choose (cells) and undo,

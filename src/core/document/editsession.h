@@ -51,7 +51,7 @@ public:
     // kept until it is taken.
     void fail(const QString& reason);
     QString takeFailure() { return std::exchange(m_failure, QString()); }
-    // The renumbering question (old and new function; 1 Yes, 2 No, 3 All Yes, 4 All No),
+    // The renumbering question (old and new function; a ReplaceAnswer comes back),
     // for a run that can answer All Yes and All No; without it the editor asks Yes or No.
     void setReplaceConfirmation(std::function<int(const QString& oldDigital, const QString& newDigital)> ask);
 

@@ -35,13 +35,6 @@ std::optional<Cell> readCell(const QString& args, const EditSession& session, QS
     return Cell{*row, *col};
 }
 
-bool noMoreWords(const QString& rest, QString& error) {
-    if (rest.trimmed().isEmpty())
-        return true;
-    error = QStringLiteral("unexpected \"%1\"").arg(rest.trimmed());
-    return false;
-}
-
 // type ROW COLUMN TEXT: the text typed into the cell and Enter. A code cell takes the
 // number of its list entry or the entry's name.
 EditAction typeVerb(const QString& args, const EditSession& session, QString& error) {
@@ -65,7 +58,7 @@ EditAction typeVerb(const QString& args, const EditSession& session, QString& er
 EditAction spaceVerb(const QString& args, const EditSession& session, QString& error) {
     QString rest;
     const auto cell = readCell(args, session, error, &rest);
-    if (!cell || !noMoreWords(rest, error))
+    if (!cell || !EditScript::nothingMore(rest, error))
         return {};
     return [c = *cell](EditSession& s) {
         s.goTo(c.row, c.col);
@@ -84,7 +77,7 @@ EditAction deleteVerb(const QString& args, const EditSession& session, QString& 
     if (!rest.trimmed().isEmpty()) {
         QString tail;
         const auto second = readCell(rest, session, error, &tail, true);
-        if (!second || !noMoreWords(tail, error))
+        if (!second || !EditScript::nothingMore(tail, error))
             return {};
         to = *second;
     }
@@ -110,7 +103,7 @@ EditAction chooseVerb(const QString& args, const EditSession& session, QString& 
         return {};
     QStringList words;
     QString tail;
-    if (!EditScript::splitWords(rest, 1, words, &tail) || !noMoreWords(tail, error)) {
+    if (!EditScript::splitWords(rest, 1, words, &tail) || !EditScript::nothingMore(tail, error)) {
         if (error.isEmpty())
             error = QStringLiteral("a function value or \"cancel\" is wanted");
         return {};
@@ -145,7 +138,7 @@ EditAction chooseVerb(const QString& args, const EditSession& session, QString& 
 
 // undo: the toolbar's Undo (its question takes the script's answers).
 EditAction undoVerb(const QString& args, const EditSession&, QString& error) {
-    if (!noMoreWords(args, error))
+    if (!EditScript::nothingMore(args, error))
         return {};
     return [](EditSession& s) { s.document().UndoCommand(); };
 }
@@ -153,7 +146,7 @@ EditAction undoVerb(const QString& args, const EditSession&, QString& error) {
 // redo: what the last undo took back comes again (no question; nothing when there is
 // nothing to redo).
 EditAction redoVerb(const QString& args, const EditSession&, QString& error) {
-    if (!noMoreWords(args, error))
+    if (!EditScript::nothingMore(args, error))
         return {};
     return [](EditSession& s) {
         if (!s.document().RedoCommand())

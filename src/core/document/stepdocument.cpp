@@ -71,11 +71,10 @@ void StepDocument::setChanged(bool changed) {
     if (changed == m_changed)
         return;
     m_changed = changed;
-    if (m_owner.hooks().stateChanged)
-        m_owner.hooks().stateChanged(m_usrcmp);
+    stateChanged();
 }
 
-void StepDocument::historyChanged() {
+void StepDocument::stateChanged() {
     if (m_owner.hooks().stateChanged)
         m_owner.hooks().stateChanged(m_usrcmp);
 }
@@ -262,7 +261,7 @@ bool StepDocument::SaveCurrent() {
         return false;
     }
     m_history.addSnapshotFile(path);
-    historyChanged();
+    stateChanged();
     return true;
 }
 
@@ -270,7 +269,7 @@ void StepDocument::recordCellEdit(const QByteArray& cellsBefore) {
     if (!isUser())
         return;
     m_history.addCells(cellsBefore);
-    historyChanged();
+    stateChanged();
 }
 
 bool StepDocument::DoUndo() {
@@ -281,13 +280,13 @@ bool StepDocument::DoUndo() {
     const QByteArray current = m_editor.sheet().saveCells();
     if (!cells || !m_editor.sheet().loadCells(*cells)) {
         reportError(cells ? ErrTypeMismatch : ErrFileNotFound, QStringLiteral("DoUndo"));
-        historyChanged();
+        stateChanged();
         return false;
     }
     m_history.addRedo(current);
     // The grid now differs from what was last opened or saved.
     setChanged(true);
-    historyChanged();
+    stateChanged();
     return true;
 }
 
@@ -313,12 +312,12 @@ bool StepDocument::RedoCommand() {
     const QByteArray current = m_editor.sheet().saveCells();
     if (!m_editor.sheet().loadCells(*cells)) {
         reportError(ErrTypeMismatch, QStringLiteral("RedoCommand"));
-        historyChanged();
+        stateChanged();
         return false;
     }
     m_history.addUndoKeepingRedo(current);
     setChanged(true);
-    historyChanged();
+    stateChanged();
     focusGrid();
     return true;
 }
@@ -327,7 +326,7 @@ void StepDocument::Delete_dicUndoFiles() {
     for (const QString& path : m_history.files())
         Del(path);
     m_history.clear();
-    historyChanged();
+    stateChanged();
 }
 
 // ---- temporary files -----------------------------------------------------------------

@@ -86,7 +86,8 @@ private:
     void setTitle(const QString& title);
     void focusGrid();
     void clearGrid();
-    void historyChanged();
+    // Tells the window that the changed flag or what can be undone or redone changed.
+    void stateChanged();
     // Tells the windows that the program's own fields may differ from before.
     void programFieldsChanged();
 

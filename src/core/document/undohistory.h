@@ -30,8 +30,6 @@ public:
 
     bool canUndo() const { return !m_undo.empty(); }
     bool canRedo() const { return !m_redo.empty(); }
-    int undoCount() const { return int(m_undo.size()); }
-    int redoCount() const { return int(m_redo.size()); }
 
     // A new change: its step goes on top and the redo side is emptied.
     void addSnapshotFile(const QString& path);

@@ -5,8 +5,10 @@
 #include "base/prompter.h"
 #include "catalogue/cselections.h"
 #include "model/codes.h"
+#include "model/stepimagelayout.h"
 #include "model/steprules.h"
 #include "sheet/cellclearing.h"
+#include "sheet/clipboardtext.h"
 #include "sheet/sheetcontext.h"
 #include "sheet/sheetqueries.h"
 
@@ -15,17 +17,11 @@
 namespace vkm {
 
 namespace {
-constexpr int kRemarkBytes = 20;
+// A remark is kept in its field of the step image.
+constexpr int kRemarkBytes = image::kRemarkSize;
 
 const QString kRemarkControl =
     QStringLiteral("A remark cannot hold a tab, a line break or another control character.");
-
-bool holdsControlCharacter(const QString& text) {
-    for (QChar ch : text)
-        if (ch.unicode() < 0x20)
-            return true;
-    return false;
-}
 } // namespace
 
 CellEntry::CellEntry(SheetContext& context, const SheetQueries& queries, CellRules& rules,
@@ -179,7 +175,7 @@ ValidateResult CellEntry::validateRemark(int row, int col, const QString& text) 
     // A tab or a line break would split the remark into cells or lines of the clipboard
     // text, and the one-line cell cannot show it: the value is refused rather than quietly
     // changed.
-    if (holdsControlCharacter(text)) {
+    if (ClipboardText::holdsControlCharacter(text)) {
         m_ctx.prompter.showText(kRemarkControl, 2);
         return {false, m_sheet.text(row, col)};
     }
@@ -453,9 +449,9 @@ bool CellEntry::putFunction(int row, int col, const QString& digital, const QStr
         return false;
     const CSelections& sels = kind == KindOutKino ? m_ctx.selout : m_ctx.selinp;
     const QScopedValueRollback replacing(m_replacing, true);
-    if (category.isEmpty() || !sels.categoriesOfDigital(upper).contains(category))
-        return fg_ValidateEdit(row, col, upper).accepted;
-    return writeFunction(row, col, category, sels.ValueByDigital(category, upper));
+    if (const auto value = sels.valueInCategory(category, upper))
+        return writeFunction(row, col, category, *value);
+    return fg_ValidateEdit(row, col, upper).accepted;
 }
 
 StartEditResult CellEntry::typeCharacter(int row, int col, QChar ch) {

@@ -2,6 +2,7 @@
 
 #include "base/legacytext.h"
 #include "model/codes.h"
+#include "model/stepimagelayout.h"
 #include "sheet/sheetlayout.h"
 
 namespace vkm {
@@ -9,31 +10,17 @@ namespace vkm {
 namespace {
 const QString kLineBreak = QStringLiteral("\r\n");
 const QChar kTab = QLatin1Char('\t');
-constexpr int kRemarkBytes = 20;
 
 // A whole number written as the editor writes one: digits without leading zeros, an
-// optional minus sign; nullopt for anything else or beyond maxDigits digits.
+// optional minus sign; nullopt for anything else or beyond maxDigits digits. The editor's
+// own spelling of the number is the test: any other form of it reads back differently.
 std::optional<qint64> canonicalNumber(const QString& text, bool allowSign, int maxDigits) {
-    const bool negative = allowSign && text.startsWith(QLatin1Char('-'));
-    const QString digits = negative ? text.mid(1) : text;
-    if (digits.isEmpty() || digits.size() > maxDigits)
+    bool ok = false;
+    const qint64 value = text.toLongLong(&ok);
+    if (!ok || (value < 0 && !allowSign) || text.size() - (value < 0 ? 1 : 0) > maxDigits ||
+        QString::number(value) != text)
         return std::nullopt;
-    for (QChar ch : digits)
-        if (ch < QLatin1Char('0') || ch > QLatin1Char('9'))
-            return std::nullopt;
-    if (digits.size() > 1 && digits.front() == QLatin1Char('0'))
-        return std::nullopt;
-    const qint64 value = digits.toLongLong();
-    if (negative && value == 0)
-        return std::nullopt;
-    return negative ? -value : value;
-}
-
-bool holdsControlCharacter(const QString& text) {
-    for (QChar ch : text)
-        if (ch.unicode() < 0x20)
-            return true;
-    return false;
+    return value;
 }
 
 bool codeIn(const QString& text, int first, int last) {
@@ -41,6 +28,13 @@ bool codeIn(const QString& text, int first, int last) {
     return value && *value >= first && *value <= last;
 }
 } // namespace
+
+bool ClipboardText::holdsControlCharacter(const QString& text) {
+    for (QChar ch : text)
+        if (ch.unicode() < 0x20)
+            return true;
+    return false;
+}
 
 QString ClipboardText::compose(const ClipboardData& data) {
     QStringList lines;
@@ -105,7 +99,7 @@ bool ClipboardText::cellFits(int colKind, const QString& cell) {
     if (cell.isEmpty())
         return true;
     if (colKind == KindRemark)
-        return LegacyText::byteLength(cell) <= kRemarkBytes && !holdsControlCharacter(cell);
+        return LegacyText::byteLength(cell) <= image::kRemarkSize && !holdsControlCharacter(cell);
     if (cell == QLatin1String(SheetLayout::kStar))
         return colKind >= KindOutKino && colKind <= KindRel;
     switch (colKind) {

@@ -38,6 +38,9 @@ public:
     static QString compose(const ClipboardData& data);
     // A cell's text as a copy writes it: each control character as a blank.
     static QString copiedCell(const QString& text);
+    // Whether the text holds a control character (below U+0020): a TAB, CR or LF would
+    // break a cell or a line of the text apart.
+    static bool holdsControlCharacter(const QString& text);
     // The copied cells of a clipboard text; nullopt for any text that is not in the form
     // above (no CR LF, a first line other than 0 or 1, no row, a row line without its REM
     // field, rows of different widths). One CR LF after the last line is tolerated: a text

@@ -5,6 +5,8 @@
 #include "sheet/sheetcontext.h"
 #include "sheet/sheetqueries.h"
 
+#include <utility>
+
 namespace vkm {
 
 namespace {
@@ -37,7 +39,6 @@ void FunctionFinder::open() {
     if (!m_loaded) {
         m_loaded = true;
         m_browseSide = 0;
-        m_replaced = false;
         m_count = 0;
         m_find = current;
         m_replace = {};
@@ -111,11 +112,19 @@ bool FunctionFinder::askRetryFromTop() {
     return true;
 }
 
-bool FunctionFinder::Next() {
+bool FunctionFinder::valuesGiven(bool replacing) const {
     if (m_find.digital.isEmpty()) {
         m_ctx.prompter.showMessage(kNoValue, 2);
         return false;
     }
+    if (replacing && !ExactReplaceInput()) {
+        m_ctx.prompter.showMessage(kNoReplacement, 2);
+        return false;
+    }
+    return true;
+}
+
+bool FunctionFinder::findNext() {
     const FoundCell before = m_pos;
     advance();
     if (!askRetryFromTop()) {
@@ -125,6 +134,10 @@ bool FunctionFinder::Next() {
     return FindOp(false);
 }
 
+bool FunctionFinder::Next() {
+    return valuesGiven(false) && findNext();
+}
+
 bool FunctionFinder::Replace() {
     if (!canReplace())
         return false;
@@ -132,42 +145,21 @@ bool FunctionFinder::Replace() {
         m_replaceEnabled = true;
         return false;
     }
-    if (m_find.digital.isEmpty()) {
-        m_ctx.prompter.showMessage(kNoValue, 2);
+    if (!valuesGiven(true))
         return false;
-    }
-    if (!ExactReplaceInput()) {
-        m_ctx.prompter.showMessage(kNoReplacement, 2);
-        return false;
-    }
     // Only a cell that holds what was looked for is replaced: the user may have moved
     // since the search stopped there.
     const int row = m_sheet.row();
     bool replaced = false;
     if (m_sheet.text(row, m_pos.col) == m_find.digital)
         replaced = ReplaceWord(false, row, m_pos.col);
-    const FoundCell before = m_pos;
-    advance();
-    if (!askRetryFromTop()) {
-        m_pos = before;
-        return replaced;
-    }
-    FindOp(false);
+    findNext();
     return replaced;
 }
 
 int FunctionFinder::ReplaceAll() {
-    if (!canReplace())
+    if (!canReplace() || !valuesGiven(true))
         return 0;
-    if (m_find.digital.isEmpty()) {
-        m_ctx.prompter.showMessage(kNoValue, 2);
-        return 0;
-    }
-    if (!ExactReplaceInput()) {
-        m_ctx.prompter.showMessage(kNoReplacement, 2);
-        return 0;
-    }
-    m_replaced = false;
     m_count = 0;
     // Every hit, wherever the search stands: it goes on from the top once.
     m_wrapped = false;
@@ -178,10 +170,8 @@ int FunctionFinder::ReplaceAll() {
             m_ctx.takeSnapshot();
             snapshot = true;
         }
-        if (ReplaceWord(true, m_pos.row, m_pos.col)) {
-            m_replaced = true;
+        if (ReplaceWord(true, m_pos.row, m_pos.col))
             ++m_count;
-        }
         advance();
     }
     if (m_count == 0)
@@ -199,10 +189,7 @@ bool FunctionFinder::ReplaceWord(bool silent, int row, int col) {
 }
 
 int FunctionFinder::takeReplacedCount() {
-    const int count = m_replaced ? m_count : 0;
-    m_replaced = false;
-    m_count = 0;
-    return count;
+    return std::exchange(m_count, 0);
 }
 
 } // namespace vkm

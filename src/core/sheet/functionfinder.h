@@ -76,6 +76,10 @@ public:
 private:
     void advance() { ++m_pos.col; }
     bool askRetryFromTop();
+    // The value to find (and for a replacement the replacement) is given; else its message.
+    bool valuesGiven(bool replacing) const;
+    // Next from the position after the current one; a declined restart keeps the position.
+    bool findNext();
 
     SheetContext& m_ctx;
     StepSheet& m_sheet;
@@ -89,8 +93,7 @@ private:
     bool m_replaceEnabled = false;
     FoundCell m_pos{1, 1};
     bool m_wrapped = false;
-    bool m_replaced = false;
-    int m_count = 0;
+    int m_count = 0; // replaced by the last Replace all, until taken
 };
 
 } // namespace vkm

@@ -91,9 +91,8 @@ QString cellReading(const StepSheetEditor& editor, int row, int col) {
         // no catalogue knows ("#" and its number): both read as they stand.
         const QString category = sheet.data(row, col);
         const CSelections& sels = kind == KindOutKino ? editor.selout() : editor.selinp();
-        if (category.isEmpty() || !sels.categoriesOfDigital(text).contains(category))
-            return text;
-        const CSelection* entry = sels.Item(QString::number(sels.ValueByDigital(category, text)));
+        const auto value = sels.valueInCategory(category, text);
+        const CSelection* entry = value ? sels.Item(QString::number(*value)) : nullptr;
         return entry && !entry->Advice.isEmpty()
                    ? text + QStringLiteral(" (") + entry->Advice + QLatin1Char(')')
                    : text;

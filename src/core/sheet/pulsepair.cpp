@@ -11,6 +11,7 @@
 #include "sheet/sheetqueries.h"
 
 #include <array>
+#include <vector>
 
 namespace vkm {
 
@@ -33,6 +34,13 @@ int logicIndex(int logic1, int logic2) {
             return int(i);
     return -1;
 }
+
+// The (code, name) entries of the delay kind list, read once: the pulse window asks for
+// them whenever the current row changes.
+const std::vector<std::pair<QString, QString>>& delayKinds() {
+    static const auto entries = CellRules::listEntries(CellRules::kDelayKindList);
+    return entries;
+}
 } // namespace
 
 PulsePair::PulsePair(SheetContext& context, const SheetQueries& queries, CellRules& rules)
@@ -46,18 +54,18 @@ const QStringList& PulsePair::logicNames() {
 
 QStringList PulsePair::kindNames() {
     QStringList names;
-    for (const auto& [value, name] : CellRules::listEntries(CellRules::kDelayKindList))
+    for (const auto& [value, name] : delayKinds())
         names << name;
     return names;
 }
 
 int PulsePair::kindCode(int index) {
-    const auto entries = CellRules::listEntries(CellRules::kDelayKindList);
+    const auto& entries = delayKinds();
     return index >= 0 && index < int(entries.size()) ? entries[std::size_t(index)].first.toInt() : -1;
 }
 
 int PulsePair::kindIndex(int code) {
-    const auto entries = CellRules::listEntries(CellRules::kDelayKindList);
+    const auto& entries = delayKinds();
     for (std::size_t i = 0; i < entries.size(); ++i)
         if (entries[i].first == QString::number(code))
             return int(i);
@@ -147,16 +155,20 @@ PulseField PulsePair::ExactValue(const PulseValues& v) const {
         m_ctx.prompter.showMessage(kKindFirst, 2);
         return PulseField::DelayKind;
     }
-    for (int index : {1, 2}) {
-        qint32 lMin = 0;
-        qint32 lMax = 0;
-        if (!ExactDelay(v, index, lMin, lMax)) {
-            m_ctx.prompter.showMessage(index == 1 ? kOutOfRange : kEndOutOfRange, 2, QString::number(lMin),
-                                       QString::number(lMax));
-            return index == 1 ? PulseField::Delay1 : PulseField::Delay2;
-        }
-    }
+    for (int index : {1, 2})
+        if (const PulseField failed = checkDelayRange(v, index); failed != PulseField::None)
+            return failed;
     return PulseField::None;
+}
+
+PulseField PulsePair::checkDelayRange(const PulseValues& v, int index) const {
+    qint32 lMin = 0;
+    qint32 lMax = 0;
+    if (ExactDelay(v, index, lMin, lMax))
+        return PulseField::None;
+    m_ctx.prompter.showMessage(index == 1 ? kOutOfRange : kEndOutOfRange, 2, QString::number(lMin),
+                               QString::number(lMax));
+    return index == 1 ? PulseField::Delay1 : PulseField::Delay2;
 }
 
 PulseField PulsePair::Decide(const PulseValues& v, int row) {
@@ -179,13 +191,7 @@ PulseField PulsePair::checkDelayBox(const PulseValues& v, int index) const {
         m_ctx.prompter.showMessage(kKindFirst, 2);
         return PulseField::DelayKind;
     }
-    qint32 lMin = 0;
-    qint32 lMax = 0;
-    if (ExactDelay(v, index, lMin, lMax))
-        return PulseField::None;
-    m_ctx.prompter.showMessage(index == 1 ? kOutOfRange : kEndOutOfRange, 2, QString::number(lMin),
-                               QString::number(lMax));
-    return index == 1 ? PulseField::Delay1 : PulseField::Delay2;
+    return checkDelayRange(v, index);
 }
 
 std::optional<QString> PulsePair::checkKino(const QString& text) const {

@@ -68,6 +68,8 @@ public:
     static PulseFollow PulseOp(bool loaded, bool automatic, bool canInput);
 
 private:
+    // The start (index 1) or end (2) in range; else its message and the box to go to.
+    PulseField checkDelayRange(const PulseValues& values, int index) const;
     void writeGroup(int row, int group, const PulseValues& values, int logic, const QString& delay);
 
     SheetContext& m_ctx;

@@ -60,8 +60,8 @@ QString RowClipboard::cellText(int row, int col) const {
     if (kind == KindInpKino && category.isEmpty() && SheetQueries::IsJyosu(text))
         return text; // a number typed in as a counter's operand
     const CSelections& sels = kind == KindOutKino ? m_ctx.selout : m_ctx.selinp;
-    if (!category.isEmpty() && sels.categoriesOfDigital(text).contains(category))
-        return QString::number(sels.ValueByDigital(category, text));
+    if (const auto value = sels.valueInCategory(category, text))
+        return QString::number(*value);
     // A function no catalogue knows is shown as "#" and its number.
     if (text.startsWith(QLatin1Char('#')) && SheetQueries::IsJyosu(text.mid(1)))
         return text.mid(1);

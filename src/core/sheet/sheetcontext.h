@@ -31,8 +31,8 @@ struct EditorHooks {
     std::function<void(const QByteArray& cellsBefore)> cellEdited;
     // An option of the settings store, read when it is needed (the key's default when empty).
     std::function<bool(const BoolKey& key)> option;
-    // Asks whether a function is replaced by another (renumbering step references): 1 Yes,
-    // 2 No, 3 All Yes, 4 All No. Empty: the Yes/No question of message 84.
+    // Asks whether a function is replaced by another (renumbering step references): a
+    // ReplaceAnswer. Empty: the Yes/No question of message 84.
     std::function<int(const QString& oldDigital, const QString& newDigital)> confirmReplace;
 };
 

@@ -93,14 +93,12 @@ std::shared_ptr<CStepOuts> SheetConversion::buildOutputs(int row) const {
             outs->Add(g, -1, 0, 0, 0, m_ctx.selout); // the machine wants both records; -1 = unused
             continue;
         }
-        const QString c = m_q.category(row, kc);
-        const QString digital = m_sheet.text(row, kc);
-        if (c.isEmpty() || !m_ctx.selout.categoriesOfDigital(digital).contains(c))
+        const auto value = m_ctx.selout.valueInCategory(m_q.category(row, kc), m_sheet.text(row, kc));
+        if (!value)
             return nullptr;
         const int logic = m_q.isStar(row, kc + 1) ? 0 : m_q.cellValue(row, kc + 1);
         const int delayKind = m_q.isStar(row, kc + 2) ? 0 : m_q.cellValue(row, kc + 2);
-        outs->Add(g, m_ctx.selout.ValueByDigital(c, digital), logic, delayKind, GetDelayToSave(row, kc),
-                  m_ctx.selout);
+        outs->Add(g, *value, logic, delayKind, GetDelayToSave(row, kc), m_ctx.selout);
     }
     return outs;
 }
@@ -122,10 +120,10 @@ std::shared_ptr<CStepInps> SheetConversion::buildInputs(int row) const {
         int value = 0;
         if (counter && g > 1 && c.isEmpty() && SheetQueries::IsJyosu(text)) {
             value = text.trimmed().toInt();
+        } else if (const auto known = m_ctx.selinp.valueInCategory(c, text)) {
+            value = *known;
         } else {
-            if (c.isEmpty() || !m_ctx.selinp.categoriesOfDigital(text).contains(c))
-                return nullptr;
-            value = m_ctx.selinp.ValueByDigital(c, text);
+            return nullptr;
         }
         const quint8 state = m_q.isStar(row, kc + 1) ? 0 : quint8(m_q.cellValue(row, kc + 1));
         const int rel = m_q.isStar(row, kc + 2) ? 0 : m_q.cellValue(row, kc + 2);

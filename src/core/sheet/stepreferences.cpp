@@ -13,7 +13,6 @@ namespace {
 constexpr int kBeyondLastStep = 85;
 constexpr int kRemovedStep = 86;
 constexpr int kReplaceQuestion = 84;
-enum Ret { RetYes = 1, RetNo = 2, RetAllYes = 3, RetAllNo = 4 };
 } // namespace
 
 StepReferences::StepReferences(SheetContext& context, const SheetQueries& queries, CellEntry& entry)
@@ -50,8 +49,8 @@ bool StepReferences::isReferenceCell(int row, int col) const {
 int StepReferences::confirm(const QString& oldDigital, const QString& newDigital) {
     if (m_ctx.hooks.confirmReplace)
         return m_ctx.hooks.confirmReplace(oldDigital, newDigital);
-    return m_ctx.prompter.showMessage(kReplaceQuestion, 3, oldDigital, newDigital) == Answer::Yes ? RetYes
-                                                                                                  : RetNo;
+    return m_ctx.prompter.showMessage(kReplaceQuestion, 3, oldDigital, newDigital) == Answer::Yes ? ReplaceYes
+                                                                                                  : ReplaceNo;
 }
 
 void StepReferences::AdjustRow(int firstRow, int count, bool insert) {
@@ -81,12 +80,12 @@ StepReferences::Outcome StepReferences::ReplaceValue(int row, int col, int posit
     if (m_ctx.option(keys::DoesAskInReplacing) && !m_allYes) {
         m_sheet.select(row, col);
         switch (confirm(oldDigital, newDigital)) {
-        case RetYes:
+        case ReplaceYes:
             break;
-        case RetAllYes:
+        case ReplaceAllYes:
             m_allYes = true;
             break;
-        case RetAllNo:
+        case ReplaceAllNo:
             return Outcome::StopAll;
         default:
             return Outcome::Declined;
