@@ -26,4 +26,8 @@ struct AppContext {
     QString initialPath; // "FileInfo"/InitialPath as read at start
 };
 
+// A catalogue of the context, or an empty one where start-up has none (a window made by a
+// test, a catalogue that could not be read): the rules then simply find no function.
+const CSelections& catalogueOrEmpty(const CSelections* catalogue);
+
 } // namespace vkm

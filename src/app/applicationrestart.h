@@ -1,8 +1,5 @@
 #pragma once
 
-#include <QString>
-#include <QStringList>
-
 namespace vkm {
 
 // Starting the editor again once it has shut down: an option that decides how the grid is
@@ -14,13 +11,9 @@ class ApplicationRestart {
 public:
     static void request() { s_requested = true; }
     static bool requested() { return s_requested; }
-    static void clear() { s_requested = false; }
 
-    // Starts program with arguments, detached, in workingFolder. False when it cannot be
-    // started.
-    static bool startAgain(const QString& program, const QStringList& arguments,
-                           const QString& workingFolder);
-    // The running executable, with the arguments it was given, in the current folder.
+    // Starts the running executable again, detached, with the arguments it was given, in
+    // the current folder. False when it cannot be started.
     static bool startAgain();
 
 private:

@@ -1,5 +1,7 @@
 #include "commandshortcuts.h"
 
+#include <QAction>
+
 namespace vkm::shortcuts {
 
 namespace {
@@ -25,6 +27,8 @@ const QList<Entry>& table() {
         {"keyROWINSERT", QKeySequence::UnknownKey, {QKeySequence(Qt::Key_Insert)}, true},
         {"keyHelp", QKeySequence::HelpContents, {QKeySequence(Qt::Key_F1)}, true},
         {"keyDIFF", QKeySequence::UnknownKey, {QKeySequence(Qt::CTRL | Qt::Key_D)}, true},
+        {"keyNEXTDIFF", QKeySequence::UnknownKey, {QKeySequence(Qt::Key_F7)}, true},
+        {"keyPREVDIFF", QKeySequence::UnknownKey, {QKeySequence(Qt::SHIFT | Qt::Key_F7)}, true},
         {"keyFind", QKeySequence::UnknownKey, {QKeySequence(Qt::CTRL | Qt::Key_F)}, false},
         {"keyCOPY", QKeySequence::UnknownKey, {QKeySequence(Qt::CTRL | Qt::Key_C)}, false},
         {"keyCUT", QKeySequence::UnknownKey, {QKeySequence(Qt::CTRL | Qt::Key_X)}, false},
@@ -54,9 +58,22 @@ QList<QKeySequence> keys(const QString& commandKey) {
     return all;
 }
 
-bool boundByWindow(const QString& commandKey) {
+bool bind(QAction* action, const QString& commandKey) {
     const Entry* e = find(commandKey);
-    return e && e->window;
+    if (!action || !e || !e->window)
+        return false;
+    action->setShortcuts(keys(commandKey));
+    // Each editor window answers its own keys: the one with the focus runs them.
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    return true;
+}
+
+QString gridCommand(QKeyCombination key) {
+    const QKeySequence pressed(key);
+    for (const Entry& e : table())
+        if (!e.window && keys(QLatin1String(e.command)).contains(pressed))
+            return QLatin1String(e.command);
+    return {};
 }
 
 QString text(const QString& commandKey) {

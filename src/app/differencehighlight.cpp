@@ -98,20 +98,15 @@ void DifferenceHighlight::attach(StepEditorWindow& window) {
     a.toggle->setToolTip(
         shortcuts::withKey(tr("Mark the cells that differ from the other program"), a.toggle->objectName()) +
         tr("; F7 next, Shift+F7 previous difference"));
-    // Its key works where the window's other command keys do: anywhere in the window.
-    a.toggle->setShortcuts(shortcuts::keys(a.toggle->objectName()));
-    a.toggle->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    window.addAction(a.toggle);
     a.next = new QAction(tr("Next difference"), &window);
     a.next->setObjectName(QStringLiteral("keyNEXTDIFF"));
-    a.next->setShortcut(QKeySequence(Qt::Key_F7));
     a.previous = new QAction(tr("Previous difference"), &window);
     a.previous->setObjectName(QStringLiteral("keyPREVDIFF"));
-    a.previous->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F7));
-    for (QAction* move : {a.next, a.previous}) {
-        // Within the window only: the other editor has commands of the same keys.
-        move->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        window.addAction(move);
+    // The keys work where the window's other command keys do: anywhere in the window, and
+    // only there, as the other editor has commands of the same keys.
+    for (QAction* command : {a.toggle.data(), a.next.data(), a.previous.data()}) {
+        shortcuts::bind(command, command->objectName());
+        window.addAction(command);
     }
     // The count goes into a status bar of the window's own, below the hint pane.
     a.status = new QStatusBar(&window);
@@ -241,7 +236,6 @@ void DifferenceHighlight::recompute() {
         m_marked[cellIndex(c.row, c.col)] = true;
     for (Attached& a : m_windows)
         refresh(a);
-    Q_EMIT differencesChanged();
 }
 
 void DifferenceHighlight::refresh(Attached& a) {

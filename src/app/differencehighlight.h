@@ -75,9 +75,6 @@ public:
     // "No differing cells (author, memo differ too)".
     static QString countText(int cells, const QStringList& programFields = {});
 
-Q_SIGNALS:
-    void differencesChanged();
-
 private:
     struct Attached {
         QPointer<StepEditorWindow> window;

@@ -275,20 +275,20 @@ fInpMemo* DocumentController::openMemoWindow(int usrcmp) {
 }
 
 void DocumentController::openHelp() {
-    const QString path = m_dataLookup(QLatin1String(paths::kHelpIndex));
-    if (!QFileInfo(path).isFile() || !m_opener(path))
-        m_context.prompter->showMessage(139, 2);
+    openDeliveredFile(paths::kHelpIndex, 139);
 }
 
 void DocumentController::openManual() {
-    const QString path = m_dataLookup(QLatin1String(paths::kHelpManual));
-    if (!QFileInfo(path).isFile()) {
-        m_context.prompter->showMessage(139, 2);
-        return;
-    }
     // The manual is there: only a missing PDF viewer can keep it closed.
-    if (!m_opener(path))
-        m_context.prompter->showMessage(157, 2);
+    openDeliveredFile(paths::kHelpManual, 157);
+}
+
+void DocumentController::openDeliveredFile(const char* relative, int cannotOpenMessage) {
+    const QString path = m_dataLookup(QLatin1String(relative));
+    if (!QFileInfo(path).isFile())
+        m_context.prompter->showMessage(139, 2);
+    else if (!m_opener(path))
+        m_context.prompter->showMessage(cannotOpenMessage, 2);
 }
 
 void DocumentController::shutdown() {

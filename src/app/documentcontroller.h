@@ -100,6 +100,10 @@ private:
     StepEditorWindow* window(int usrcmp);
     // The window's unsaved-changes mark and its Redo follow the document.
     void showDocumentState(int usrcmp);
+    // A file delivered with the editor (relative to the data folder), opened with the
+    // desktop's viewer: message 139 when it is missing, cannotOpenMessage when no viewer
+    // opened it.
+    void openDeliveredFile(const char* relative, int cannotOpenMessage);
 
     AppContext& m_context;
     MachineLink m_link;

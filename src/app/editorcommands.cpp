@@ -30,6 +30,11 @@ SystemClipboard& systemClipboard() {
     static SystemClipboard clipboard;
     return clipboard;
 }
+
+// An option as the editor and the pulse window read it: the key's default without a store.
+bool option(const Settings* settings, const BoolKey& key) {
+    return settings ? settings->value(key) : key.defaultValue;
+}
 } // namespace
 
 EditorCommands::EditorCommands(AppContext& context, StepEditorWindow& window)
@@ -64,10 +69,7 @@ void EditorCommands::wireEditor() {
     StepSheetEditor& editor = m_window.editor();
     editor.setClipboard(&systemClipboard());
     EditorHooks hooks = editor.hooks();
-    Settings* settings = m_context.settings;
-    hooks.option = [settings](const BoolKey& key) {
-        return settings ? settings->value(key) : key.defaultValue;
-    };
+    hooks.option = [settings = m_context.settings](const BoolKey& key) { return option(settings, key); };
     hooks.confirmReplace = [this](const QString& oldDigital, const QString& newDigital) {
         return fDlgReplace::ask(oldDigital, newDigital, &m_window);
     };
@@ -161,8 +163,7 @@ void EditorCommands::PulseOp(int row, int col) {
     if (m_window.isComparison())
         return;
     const bool loaded = m_pulse && m_pulse->IsLoaded();
-    const bool automatic = m_context.settings ? m_context.settings->value(keys::DoesShowPulseAutomatic)
-                                              : keys::DoesShowPulseAutomatic.defaultValue;
+    const bool automatic = option(m_context.settings, keys::DoesShowPulseAutomatic);
     switch (PulsePair::PulseOp(loaded, automatic, m_window.editor().pulse().CanInputPulse(row, col))) {
     case PulseFollow::Open:
         openPulse();

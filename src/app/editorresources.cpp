@@ -52,6 +52,11 @@ QIcon editorIconNoCase(const QString& key) {
     return QIcon();
 }
 
+QIcon toolbarIcon(const QString& image) {
+    // Read as PNG for the reason editorIcon gives.
+    return QIcon(QPixmap(QStringLiteral(":/toolbar/") + image, "PNG"));
+}
+
 QString cellPicturePath(const QString& prefix, int value) {
     ensureEditorResources();
     return QStringLiteral(":/Pictures/") + prefix + QString::number(value);

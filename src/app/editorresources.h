@@ -18,6 +18,10 @@ QPixmap editorPixmap(const QString& key);
 // "keyCateOut_s"), as the category toolbar names its images after the category.
 QIcon editorIconNoCase(const QString& key);
 
+// A picture of the main window's toolbar by its name ("keyCLOSE"), which the easy
+// customisation window shows as well.
+QIcon toolbarIcon(const QString& image);
+
 // Resource path of a cell picture: prefix "bLogic", "bDelayKind", "bJyotai" or "bRel"
 // and the cell's value, for example ":/Pictures/bLogic1".
 QString cellPicturePath(const QString& prefix, int value);

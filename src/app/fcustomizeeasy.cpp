@@ -11,6 +11,7 @@
 #include "editorresources.h"
 #include "functionchooser.h"
 #include "link/machinefiles.h"
+#include "windowplacement.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -19,7 +20,6 @@
 #include <QKeyEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QPixmap>
 #include <QTableView>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -31,15 +31,6 @@ namespace {
 // can always be taken by its frame and moved back.
 constexpr int kKeepInsideTwips = 1000;
 
-const CSelections& emptyCatalogue() {
-    static const CSelections none;
-    return none;
-}
-
-const CSelections& orEmpty(const CSelections* sels) {
-    return sels ? *sels : emptyCatalogue();
-}
-
 QString archiveOf(const AppContext& context) {
     return context.selectKino ? context.selectKino->archivePath() : paths::settingArchive();
 }
@@ -47,8 +38,8 @@ QString archiveOf(const AppContext& context) {
 
 fCustomizeEasy::fCustomizeEasy(CustomizeEasyController& controller, QString file, QWidget* parent)
     : QWidget(parent), m_controller(controller), m_file(std::move(file)),
-      m_sheet(orEmpty(controller.context().selCusInp), orEmpty(controller.context().selCusOut),
-              *controller.context().prompter) {
+      m_sheet(catalogueOrEmpty(controller.context().selCusInp),
+              catalogueOrEmpty(controller.context().selCusOut), *controller.context().prompter) {
     setObjectName(QStringLiteral("fCustomizeEasy"));
     AppContext& context = m_controller.context();
     // The window's own archive handler and function dialogs: the step editors' dialogs
@@ -89,8 +80,7 @@ void fCustomizeEasy::buildToolBar() {
     no->setObjectName(QStringLiteral("keyNO"));
     connect(no, &QAction::triggered, this, &fCustomizeEasy::keyNoOp);
     m_toolBar->addSeparator()->setObjectName(QStringLiteral("keySEPARATOR1"));
-    QAction* close = m_toolBar->addAction(QIcon(QPixmap(QStringLiteral(":/toolbar/keyCLOSE"), "PNG")),
-                                          QStringLiteral("Close"));
+    QAction* close = m_toolBar->addAction(toolbarIcon(QStringLiteral("keyCLOSE")), QStringLiteral("Close"));
     close->setObjectName(QStringLiteral("keyCLOSEDUMMY"));
     connect(close, &QAction::triggered, this, &fCustomizeEasy::closeWindow);
 }
@@ -140,11 +130,9 @@ void fCustomizeEasy::placeWindow() {
     if (!frame || !area || !settings)
         return;
     const double dpi = logicalDpiX();
-    auto px = [dpi](int twips) { return twipsToPixels(twips, dpi); };
-    QRect r(px(settings->value(keys::CustomEasy_Left)), px(settings->value(keys::CustomEasy_Top)),
-            px(settings->value(keys::CustomEasy_Width)), px(settings->value(keys::CustomEasy_Height)));
+    QRect r = storedPlacement(settings, keys::CustomEasy, dpi);
     const QSize client = area->viewport()->size();
-    const int inside = px(kKeepInsideTwips);
+    const int inside = twipsToPixels(kKeepInsideTwips, dpi);
     // Pulled back when the stored place lies beyond the main window, now perhaps smaller or
     // on another screen; likewise when it lies before its top or left edge.
     r.moveTop(std::max(std::min(r.top(), client.height() - inside), inside - r.height()));
@@ -157,12 +145,7 @@ void fCustomizeEasy::SaveFormPosition() {
     Settings* settings = m_controller.context().settings;
     if (!frame || !settings)
         return;
-    const double dpi = logicalDpiX();
-    const QRect r = frame->geometry();
-    settings->set(keys::CustomEasy_Left, pixelsToTwips(r.left(), dpi));
-    settings->set(keys::CustomEasy_Top, pixelsToTwips(r.top(), dpi));
-    settings->set(keys::CustomEasy_Width, pixelsToTwips(r.width(), dpi));
-    settings->set(keys::CustomEasy_Height, pixelsToTwips(r.height(), dpi));
+    storePlacement(*settings, keys::CustomEasy, frame->geometry(), logicalDpiX());
 }
 
 int fCustomizeEasy::currentRow() const {

@@ -31,13 +31,13 @@ fDlgReplace::fDlgReplace(QWidget* parent) : QDialog(parent), m_data(new QLabel(t
     top->addLayout(text, 1);
     auto* buttons = new QHBoxLayout;
     const std::pair<const char*, int> captions[] = {
-        {"&Yes", Yes}, {"&No", No}, {"&All Yes", AllYes}, {"All N&o", AllNo}};
+        {"&Yes", ReplaceYes}, {"&No", ReplaceNo}, {"&All Yes", ReplaceAllYes}, {"All N&o", ReplaceAllNo}};
     QPushButton* answers[4] = {};
     for (int i = 0; i < 4; ++i) {
         const auto& [caption, ret] = captions[i];
         auto* b = new QPushButton(QString::fromLatin1(caption), this);
         b->setObjectName(QStringLiteral("BTN%1").arg(ret));
-        b->setAutoDefault(ret == Yes);
+        b->setAutoDefault(ret == ReplaceYes);
         connect(b, &QPushButton::clicked, this, [this, r = ret] { choose(r); });
         buttons->addWidget(b);
         answers[i] = b;
@@ -64,16 +64,16 @@ void fDlgReplace::choose(int ret) {
 void fDlgReplace::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Y:
-        choose(Yes);
+        choose(ReplaceYes);
         return;
     case Qt::Key_N:
-        choose(No);
+        choose(ReplaceNo);
         return;
     case Qt::Key_A:
-        choose(AllYes);
+        choose(ReplaceAllYes);
         return;
     case Qt::Key_O:
-        choose(AllNo);
+        choose(ReplaceAllNo);
         return;
     default:
         QDialog::keyPressEvent(event);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/prompter.h"
+
 #include <QDialog>
 
 class QLabel;
@@ -12,14 +14,12 @@ namespace vkm {
 class fDlgReplace : public QDialog {
     Q_OBJECT
 public:
-    enum Answer { Yes = 1, No = 2, AllYes = 3, AllNo = 4 };
-
     explicit fDlgReplace(QWidget* parent = nullptr);
 
     // The text shown: old function, " -> ", new function.
     void setData(const QString& data);
     QString Data() const;
-    // The button chosen (No when the dialog was closed otherwise).
+    // The button chosen, a ReplaceAnswer (No when the dialog was closed otherwise).
     int Ret() const { return m_ret; }
 
     // Shows the question modally and returns the answer.
@@ -32,7 +32,7 @@ private:
     void choose(int ret);
 
     QLabel* m_data;
-    int m_ret = No;
+    int m_ret = ReplaceNo;
 };
 
 } // namespace vkm

@@ -82,22 +82,22 @@ void fPulse::buildFace() {
     m_line->setObjectName(QStringLiteral("lblLine"));
     m_canvas = new PulseCanvas(this);
 
-    m_picKino = new QFrame(m_canvas);
-    m_picKino->setObjectName(QStringLiteral("picKino"));
-    m_picKino->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    m_picKino->setGeometry(kPicKino);
-    m_kino = new QLineEdit(m_picKino);
+    auto* picKino = new QFrame(m_canvas);
+    picKino->setObjectName(QStringLiteral("picKino"));
+    picKino->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    picKino->setGeometry(kPicKino);
+    m_kino = new QLineEdit(picKino);
     m_kino->setObjectName(QStringLiteral("txtKino"));
     m_kino->setValidator(new UpperCase(m_kino));
-    m_category = new QLabel(m_picKino);
+    m_category = new QLabel(picKino);
     m_category->setObjectName(QStringLiteral("lblCategory"));
-    auto* kinoLayout = new QVBoxLayout(m_picKino);
+    auto* kinoLayout = new QVBoxLayout(picKino);
     kinoLayout->setContentsMargins(6, 4, 6, 4);
     kinoLayout->setSpacing(1);
-    kinoLayout->addWidget(new QLabel(QStringLiteral("Output"), m_picKino));
+    kinoLayout->addWidget(new QLabel(QStringLiteral("Output"), picKino));
     kinoLayout->addWidget(m_category);
     kinoLayout->addWidget(m_kino);
-    kinoLayout->addWidget(new QLabel(QStringLiteral("F2=Select"), m_picKino));
+    kinoLayout->addWidget(new QLabel(QStringLiteral("F2=Select"), picKino));
 
     const QString names[2] = {QStringLiteral("Delay1"), QStringLiteral("Delay2")};
     for (int i = 0; i < 2; ++i) {
@@ -118,19 +118,19 @@ void fPulse::buildFace() {
         (i == 0 ? m_delay1 : m_delay2) = edit;
     }
 
-    m_picWaku1 = new QFrame(this);
-    m_picWaku1->setObjectName(QStringLiteral("picWaku1"));
-    m_picWaku1->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    m_logic = new QComboBox(m_picWaku1);
+    auto* picWaku1 = new QFrame(this);
+    picWaku1->setObjectName(QStringLiteral("picWaku1"));
+    picWaku1->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    m_logic = new QComboBox(picWaku1);
     m_logic->setObjectName(QStringLiteral("cboLogic"));
     m_logic->addItems(PulsePair::logicNames());
-    m_kind = new QComboBox(m_picWaku1);
+    m_kind = new QComboBox(picWaku1);
     m_kind->setObjectName(QStringLiteral("cboDelayKind"));
     m_kind->addItems(PulsePair::kindNames());
-    auto* choices = new QGridLayout(m_picWaku1);
-    choices->addWidget(new QLabel(QStringLiteral("Logic"), m_picWaku1), 0, 0);
+    auto* choices = new QGridLayout(picWaku1);
+    choices->addWidget(new QLabel(QStringLiteral("Logic"), picWaku1), 0, 0);
     choices->addWidget(m_logic, 0, 1);
-    choices->addWidget(new QLabel(QStringLiteral("Delay kind"), m_picWaku1), 0, 2);
+    choices->addWidget(new QLabel(QStringLiteral("Delay kind"), picWaku1), 0, 2);
     choices->addWidget(m_kind, 0, 3);
     connect(m_logic, &QComboBox::currentIndexChanged, this, [this](int logic) {
         m_canvas->setLogic(logic);
@@ -153,7 +153,7 @@ void fPulse::buildFace() {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_line);
     layout->addWidget(m_canvas);
-    layout->addWidget(m_picWaku1);
+    layout->addWidget(picWaku1);
     layout->addLayout(buttons);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 
@@ -174,10 +174,6 @@ QString fPulse::lblCategory() const {
 
 QString fPulse::lineText() const {
     return m_line->text();
-}
-
-QPoint fPulse::delayPosition(int index) const {
-    return m_delayBox[index == 2 ? 1 : 0]->pos();
 }
 
 // The delay boxes sit where they name a part of the symbol: the start at the first edge,

@@ -6,7 +6,6 @@
 #include <QDialog>
 
 class QComboBox;
-class QFrame;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -47,8 +46,6 @@ public:
     QString lineText() const;
     QPushButton* BTN(int index) const { return index == 1 ? m_decide : m_close; }
     QWidget* pic() const;
-    // Where the delay boxes sit in the symbol area.
-    QPoint delayPosition(int index) const;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -69,8 +66,6 @@ private:
     Settings* m_settings;
     FunctionChooser m_chooser;
     PulseCanvas* m_canvas = nullptr;
-    QFrame* m_picKino = nullptr;
-    QFrame* m_picWaku1 = nullptr;
     QLineEdit* m_kino = nullptr;
     QLabel* m_category = nullptr;
     QComboBox* m_logic = nullptr;

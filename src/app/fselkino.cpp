@@ -2,6 +2,7 @@
 #include "tabchain.h"
 
 #include "editorresources.h"
+#include "windowplacement.h"
 
 #include "base/errorreporter.h"
 #include "base/number.h"
@@ -96,10 +97,6 @@ int fSelKino::twipsToPixels(int twips) const {
     return vkm::twipsToPixels(twips, logicalDpiX());
 }
 
-int fSelKino::pixelsToTwips(int pixels) const {
-    return vkm::pixelsToTwips(pixels, logicalDpiX());
-}
-
 void fSelKino::showLocal(const QString& text, int style) {
     m_prompter.showText(text, style);
 }
@@ -117,23 +114,14 @@ bool fSelKino::ensureSettings() {
 }
 
 void fSelKino::placeWindow() {
-    const PlacementKeys& p = placementKeys();
-    auto twips = [&](const IntKey& key) { return m_settings ? m_settings->value(key) : key.defaultValue; };
-    const int w = std::max(twips(p.width), kMinWidth);
-    const int h = std::max(twips(p.height), kMinHeight);
-    setGeometry(twipsToPixels(twips(p.left)), twipsToPixels(twips(p.top)), twipsToPixels(w),
-                twipsToPixels(h));
+    QRect r = storedPlacement(m_settings, placementKeys(), logicalDpiX());
+    r.setSize(r.size().expandedTo(QSize(twipsToPixels(kMinWidth), twipsToPixels(kMinHeight))));
+    setGeometry(r);
 }
 
 void fSelKino::SaveFormPosition() {
-    if (!m_settings)
-        return;
-    const PlacementKeys& p = placementKeys();
-    const QRect g = geometry();
-    m_settings->set(p.left, pixelsToTwips(g.x()));
-    m_settings->set(p.top, pixelsToTwips(g.y()));
-    m_settings->set(p.width, pixelsToTwips(g.width()));
-    m_settings->set(p.height, pixelsToTwips(g.height()));
+    if (m_settings)
+        storePlacement(*m_settings, placementKeys(), geometry(), logicalDpiX());
 }
 
 void fSelKino::Form_Load() {

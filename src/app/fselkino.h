@@ -64,9 +64,8 @@ public:
     QTreeWidgetItem* findNodeByKey(const QString& key) const;
     const PlacementKeys& placementKeys() const { return In_or_Out == 2 ? keys::fSelOut : keys::fSelIn; }
 
-    // Twips (1/1440 inch) and pixels at the screen's logical resolution.
+    // Twips (1/1440 inch) in pixels at the screen's logical resolution.
     int twipsToPixels(int twips) const;
-    int pixelsToTwips(int pixels) const;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -4,6 +4,7 @@
 #include "base/messages.h"
 #include "base/prompter.h"
 #include "base/settings.h"
+#include "editorresources.h"
 #include "fcustomizeeasy.h"
 #include "fsetport.h"
 #include "stepeditorwindow.h"
@@ -12,12 +13,10 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QIcon>
 #include <QLayout>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
-#include <QPixmap>
 #include <QPointer>
 #include <QToolBar>
 #include <QToolButton>
@@ -38,7 +37,6 @@ MainWindow::MainWindow(Settings* settings, QWidget* parent)
     m_mdi->setObjectName(QStringLiteral("mdiArea"));
     setCentralWidget(m_mdi);
     m_restart = [] { ApplicationRestart::request(); };
-    buildMenus();
     buildToolBar();
 }
 
@@ -47,11 +45,7 @@ QString MainWindow::caption() {
 }
 
 QAction* MainWindow::addToolButton(const QString& key, const QString& image, int captionText) {
-    auto* action =
-        // From a pixmap read as PNG: the resource names carry no suffix, and QIcon would
-        // otherwise look each one up in the MIME database and Qt ask every image plugin.
-        m_toolBar->addAction(QIcon(QPixmap(QStringLiteral(":/toolbar/") + image, "PNG")),
-                             LoadMessageText(captionText));
+    QAction* action = m_toolBar->addAction(toolbarIcon(image), LoadMessageText(captionText));
     action->setObjectName(key);
     m_actions.insert(key, action);
     return action;
@@ -92,7 +86,29 @@ QAction* MainWindow::addToggle(QMenu* menu, int captionText, const BoolKey& key,
     return item;
 }
 
+QMenu* MainWindow::optionMenu() {
+    buildMenus();
+    return m_optionMenu;
+}
+
+QMenu* MainWindow::viewMenu() {
+    buildMenus();
+    return m_viewMenu;
+}
+
+QAction* MainWindow::optionItem(int index) {
+    buildMenus();
+    return m_optionItems.value(index - 1);
+}
+
+QAction* MainWindow::viewItem(int index) {
+    buildMenus();
+    return m_viewItems.value(index - 1);
+}
+
 void MainWindow::buildMenus() {
+    if (m_optionMenu)
+        return;
     m_optionMenu = new QMenu(this);
     m_optionMenu->setObjectName(QStringLiteral("mnuOptionContent"));
     m_viewMenu = m_optionMenu->addMenu(LoadMessageText(355));
@@ -125,6 +141,7 @@ void MainWindow::buildMenus() {
 }
 
 void MainWindow::CheckOptionMenu() {
+    buildMenus();
     for (auto it = m_itemKeys.cbegin(); it != m_itemKeys.cend(); ++it)
         it.key()->setChecked(m_settings ? m_settings->value(*it.value()) : it.value()->defaultValue);
     optionItem(3)->setChecked(m_settings ? m_settings->value(keys::DoesLocateInpFirst)
@@ -141,7 +158,7 @@ QPoint MainWindow::GetMenuPos() const {
 
 void MainWindow::popUpOptionMenu() {
     CheckOptionMenu();
-    m_optionMenu->popup(GetMenuPos());
+    optionMenu()->popup(GetMenuPos());
 }
 
 void MainWindow::toggle(const BoolKey& key, bool view) {

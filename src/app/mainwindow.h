@@ -35,12 +35,14 @@ public:
     // The toolbar action of a button key ("keyCLOSE", "keyOption", "keyCUSTOMIZEEASY",
     // "keyWARRANGE"); nullptr for another key.
     QAction* toolAction(const QString& key) const { return m_actions.value(key); }
-    QMenu* optionMenu() const { return m_optionMenu; }
-    QMenu* viewMenu() const { return m_viewMenu; }
+    // The option menu is made the first time it is needed (its button, or a caller asking
+    // for it or its items): showing the window needs none of it.
+    QMenu* optionMenu();
+    QMenu* viewMenu();
     // Option item 1..6 (the last one is the port setting) and view item 1..3; nullptr
     // outside.
-    QAction* optionItem(int index) const { return m_optionItems.value(index - 1); }
-    QAction* viewItem(int index) const { return m_viewItems.value(index - 1); }
+    QAction* optionItem(int index);
+    QAction* viewItem(int index);
 
     // Child windows stacked one above the other, each the full width of the area, in the
     // order they were opened; minimised and hidden ones are left alone.
@@ -77,6 +79,7 @@ protected:
 
 private:
     void buildToolBar();
+    // Makes the option menu and its items once.
     void buildMenus();
     QAction* addToolButton(const QString& key, const QString& image, int captionText);
     QAction* addToggle(QMenu* menu, int captionText, const BoolKey& key, const QString& name, bool view);

@@ -6,6 +6,7 @@
 #include "fselcategory.h"
 #include "functionchooser.h"
 #include "stepdelegate.h"
+#include "stepgridinput.h"
 #include "stepheaderview.h"
 #include "steptablemodel.h"
 #include "steptoolbar.h"
@@ -17,18 +18,13 @@
 #include <QAbstractButton>
 #include <QCloseEvent>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QInputMethod>
-#include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
 #include <QScreen>
 #include <QTableView>
 #include <QVBoxLayout>
-#include <cmath>
 
 namespace vkm {
 
@@ -56,11 +52,6 @@ int columnWidth(int kind) {
     default:
         return 60;
     }
-}
-
-const CSelections& emptyCatalogue() {
-    static const CSelections none;
-    return none;
 }
 } // namespace
 
@@ -92,9 +83,9 @@ void StepEditorWindow::closeEvent(QCloseEvent* event) {
 
 std::unique_ptr<StepSheetEditor> StepEditorWindow::makeEditor(AppContext& context, int USRCMP) {
     const bool inpFirst = context.settings && context.settings->value(keys::DoesLocateInpFirst);
-    const CSelections& selout = context.selout ? *context.selout : emptyCatalogue();
-    const CSelections& selinp = context.selinp ? *context.selinp : emptyCatalogue();
-    return std::make_unique<StepSheetEditor>(selout, selinp, *context.prompter, USRCMP == 1, inpFirst);
+    return std::make_unique<StepSheetEditor>(catalogueOrEmpty(context.selout),
+                                             catalogueOrEmpty(context.selinp), *context.prompter, USRCMP == 1,
+                                             inpFirst);
 }
 
 StepEditorWindow::StepEditorWindow(AppContext& context, int USRCMP, QWidget* parent)
@@ -164,7 +155,7 @@ StepEditorWindow::~StepEditorWindow() {
     if (m_ownEditor)
         Q_EMIT ownEditorGoing();
     m_commands.reset();
-    m_editor->sheet().removeListener(m_selectionListener);
+    m_input.reset();
     // The model listens to the sheet; it goes before the editor that owns the sheet.
     m_grid->setModel(nullptr);
     delete m_model;
@@ -195,7 +186,6 @@ void StepEditorWindow::buildGrid() {
     m_grid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_grid->verticalHeader()->setDefaultSectionSize(kRowHeight);
     m_grid->horizontalHeader()->setMinimumSectionSize(0);
-    m_grid->installEventFilter(this);
     // The corner above the step numbers is the header of the step column: "STEP".
     m_grid->setCornerButtonEnabled(false);
     m_corner = m_grid->findChild<QAbstractButton*>();
@@ -203,35 +193,9 @@ void StepEditorWindow::buildGrid() {
         m_corner->installEventFilter(this);
     applyColumnWidths();
     ControlRemarkColumn();
-
-    connect(m_grid->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this] { onCurrentChanged(); });
-    connect(m_grid->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            [this] { onSelectionChanged(); });
-    connect(m_grid, &QTableView::doubleClicked, this,
-            [this](const QModelIndex& index) { F2Op(index.row(), index.column()); });
     connect(m_grid->horizontalHeader(), &QHeaderView::sectionResized, this,
             [this](int index, int, int size) { onSectionResized(index, size); });
-    connect(m_grid, &QTableView::customContextMenuRequested, this, [this](const QPoint& pos) {
-        const QModelIndex index = m_grid->indexAt(pos);
-        if (index.isValid() && StepSheet::isStepRow(index.row()))
-            m_contextMenu->popup(m_grid->viewport()->mapToGlobal(pos));
-    });
-    // The step numbers: a right click there works on whole rows.
-    m_grid->verticalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(m_grid->verticalHeader(), &QHeaderView::customContextMenuRequested, this,
-            [this](const QPoint& pos) {
-                QHeaderView* steps = m_grid->verticalHeader();
-                const int row = steps->logicalIndexAt(pos);
-                if (!StepSheet::isStepRow(row))
-                    return;
-                if (!m_grid->selectionModel()->isRowSelected(row, {}))
-                    m_grid->selectRow(row);
-                m_contextMenu->popup(steps->viewport()->mapToGlobal(pos));
-            });
-    connect(m_delegate, &QAbstractItemDelegate::closeEditor, this, [this] { PrintHint(); });
-    connect(m_delegate, &StepDelegate::tabbedOut, this, &StepEditorWindow::moveAcross);
-    m_selectionListener = m_editor->sheet().addSelectionListener([this] { followSheetSelection(); });
+    m_input = std::make_unique<StepGridInput>(*this, *m_delegate);
 }
 
 void StepEditorWindow::applyColumnWidths() {
@@ -445,192 +409,14 @@ void StepEditorWindow::CheckColorCount() {
         m_context.prompter->showMessage(70, 2);
 }
 
-// Current cell and selection -------------------------------------------------------------
-
-void StepEditorWindow::onCurrentChanged() {
-    const QModelIndex cur = m_grid->currentIndex();
-    if (!m_syncing && cur.isValid()) {
-        m_syncing = true;
-        m_editor->sheet().select(cur.row(), cur.column());
-        m_syncing = false;
-    }
-    // The input method is on only where Japanese text may be typed (the remark cell).
-    const bool ime = cur.isValid() && m_editor->rules().MustIMEON(cur.row(), cur.column());
-    if (m_grid->testAttribute(Qt::WA_InputMethodEnabled) != ime) {
-        m_grid->setAttribute(Qt::WA_InputMethodEnabled, ime);
-        QGuiApplication::inputMethod()->update(Qt::ImEnabled);
-    }
-    PrintHint();
-}
-
-void StepEditorWindow::onSelectionChanged() {
-    if (m_syncing)
-        return;
-    const QModelIndex cur = m_grid->currentIndex();
-    const QModelIndexList picked = m_grid->selectionModel()->selectedIndexes();
-    if (!cur.isValid() || picked.isEmpty())
-        return;
-    int r1 = cur.row(), r2 = cur.row(), c1 = cur.column(), c2 = cur.column();
-    for (const QModelIndex& i : picked) {
-        r1 = std::min(r1, i.row());
-        r2 = std::max(r2, i.row());
-        c1 = std::min(c1, i.column());
-        c2 = std::max(c2, i.column());
-    }
-    bool wholeRows = true;
-    for (int r = r1; r <= r2 && wholeRows; ++r)
-        wholeRows = m_grid->selectionModel()->isRowSelected(r, {});
-    m_syncing = true;
-    StepSheet& sheet = m_editor->sheet();
-    // A new selection starts in free mode: whole rows are marked after it is set.
-    sheet.setSelection(cur.row(), cur.column(), cur.row() == r1 ? r2 : r1, cur.column() == c1 ? c2 : c1);
-    sheet.setRowSelectionMode(wholeRows);
-    m_syncing = false;
-}
-
-void StepEditorWindow::followSheetSelection() {
-    if (m_syncing)
-        return;
-    m_syncing = true;
-    const StepSheet& sheet = m_editor->sheet();
-    const CellRect r = sheet.selection();
-    m_grid->setCurrentIndex(m_model->index(sheet.row(), sheet.col()));
-    if (!r.isEmpty())
-        m_grid->selectionModel()->select(
-            QItemSelection(m_model->index(r.row1, r.col1), m_model->index(r.row2, r.col2)),
-            QItemSelectionModel::ClearAndSelect);
-    m_grid->scrollTo(m_model->index(sheet.row(), sheet.col()));
-    m_syncing = false;
-    PrintHint();
-}
-
-// Keys and editing -----------------------------------------------------------------------
-
-void StepEditorWindow::openCellEditor(int row, int col, const StartEditResult& start,
-                                      const std::optional<QString>& initialText) {
-    // The sheet editor said how the cell is entered when it let the edit start.
-    m_delegate->prepare(start.editor == CellEditor::Combo ? CellEditor::Combo : CellEditor::Text,
-                        start.comboList, initialText);
-    const QModelIndex index = m_model->index(row, col);
-    m_grid->setCurrentIndex(index);
-    m_grid->edit(index);
-    if (!initialText)
-        return;
-    // The view selects the whole text of a new editor; the typed character must not be
-    // replaced by the next key, so the cursor goes behind it instead.
-    QWidget* w = m_grid->indexWidget(index);
-    auto* line = qobject_cast<QLineEdit*>(w);
-    if (!line && w)
-        line = w->findChild<QLineEdit*>();
-    if (line) {
-        line->deselect();
-        line->end(false);
-    }
-}
-
-void StepEditorWindow::moveAcross(int direction) {
-    const QModelIndex cur = m_grid->currentIndex();
-    if (!cur.isValid())
-        return;
-    int col = cur.column() + direction;
-    while (col >= 1 && col < StepSheet::kCols && m_grid->isColumnHidden(col))
-        col += direction;
-    if (col < 1 || col >= StepSheet::kCols)
-        return;
-    m_grid->setCurrentIndex(m_model->index(cur.row(), col));
-    m_grid->setFocus();
-}
-
 void StepEditorWindow::F2Op(int row, int col) {
-    if (!StepSheet::isStepRow(row) || col < 1)
-        return;
-    const F2Result f2 = m_editor->entry().F2InputOp(row, col);
-    switch (f2.action) {
-    case F2Action::StartEdit:
-        openCellEditor(row, col, f2.start, std::nullopt);
-        break;
-    case F2Action::FunctionWritten:
-        m_grid->setFocus();
-        break;
-    case F2Action::Nothing:
-        break;
-    }
-    PrintHint();
-}
-
-bool StepEditorWindow::handleGridKey(QKeyEvent* key) {
-    const QModelIndex cur = m_grid->currentIndex();
-    const int row = cur.row();
-    const int col = cur.column();
-    if (key->modifiers() == Qt::ControlModifier) {
-        static const QHash<int, QString> commands = {{Qt::Key_F, QStringLiteral("keyFind")},
-                                                     {Qt::Key_C, QStringLiteral("keyCOPY")},
-                                                     {Qt::Key_X, QStringLiteral("keyCUT")},
-                                                     {Qt::Key_V, QStringLiteral("keyPASTE")}};
-        const auto it = commands.constFind(key->key());
-        if (it == commands.constEnd())
-            return false;
-        action(it.value())->trigger(); // a disabled command does nothing
-        return true;
-    }
-    if (!cur.isValid())
-        return false;
-    switch (key->key()) {
-    case Qt::Key_F2:
-        F2Op(row, col);
-        return true;
-    case Qt::Key_Delete:
-        m_editor->clearing().DeleteOp();
-        PrintHint();
-        return true;
-    case Qt::Key_Space:
-        m_editor->entry().SpaceOp(row, col);
-        PrintHint();
-        return true;
-    case Qt::Key_Tab:
-        moveAcross(1);
-        return true;
-    case Qt::Key_Backtab:
-        moveAcross(-1);
-        return true;
-    default:
-        break;
-    }
-    const QString text = key->text();
-    if (text.isEmpty() || (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)))
-        return false;
-    const QChar ch = text.at(0);
-    if (ch.unicode() < 33 || ch.unicode() == 127)
-        return false;
-    typeText(text);
-    return true;
-}
-
-void StepEditorWindow::typeText(const QString& text) {
-    const QModelIndex cur = m_grid->currentIndex();
-    if (!cur.isValid() || text.isEmpty())
-        return;
-    const StartEditResult start = m_editor->entry().typeCharacter(cur.row(), cur.column(), text.at(0));
-    if (start.allowed)
-        openCellEditor(cur.row(), cur.column(), start, text);
-    PrintHint();
+    m_input->F2Op(row, col);
 }
 
 bool StepEditorWindow::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_corner && event->type() == QEvent::Paint) {
         paintCorner();
         return true;
-    }
-    if (watched == m_grid && event->type() == QEvent::KeyPress &&
-        handleGridKey(static_cast<QKeyEvent*>(event)))
-        return true;
-    if (watched == m_grid && event->type() == QEvent::InputMethod) {
-        // Text composed with the input method arrives as one commit, not as key presses.
-        const QString text = static_cast<QInputMethodEvent*>(event)->commitString();
-        if (!text.isEmpty()) {
-            typeText(text);
-            return true;
-        }
     }
     return QWidget::eventFilter(watched, event);
 }

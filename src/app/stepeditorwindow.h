@@ -17,6 +17,7 @@ struct AppContext;
 class EditorCommands;
 class FunctionChooserDialogs;
 class StepDelegate;
+class StepGridInput;
 class StepTableModel;
 class StepToolBar;
 
@@ -128,16 +129,7 @@ private:
     bool finishCellEdit(const QString& key);
     void applyColumnWidths();
     void wireHooks();
-    bool handleGridKey(QKeyEvent* key);
-    void typeText(const QString& text);
-    void openCellEditor(int row, int col, const StartEditResult& start,
-                        const std::optional<QString>& initialText);
-    void onCurrentChanged();
-    void onSelectionChanged();
-    void followSheetSelection();
     void onSectionResized(int logicalIndex, int newSize);
-    // Moves the current cell one visible column right (+1) or left (-1), as the arrow keys do.
-    void moveAcross(int direction);
     void updateTitle();
     void paintCorner();
 
@@ -145,7 +137,6 @@ private:
     int m_usrcmp;
     std::unique_ptr<StepSheetEditor> m_ownEditor;
     StepSheetEditor* m_editor = nullptr;
-    int m_selectionListener = 0;
     std::unique_ptr<FunctionChooserDialogs> m_dialogs;
     FunctionChooser m_chooser;
     CategoryChooser m_categoryChooser;
@@ -160,11 +151,12 @@ private:
     QString m_author;
     bool m_fromMachine = false;
     bool m_changed = false;
-    bool m_syncing = false;   // the view follows the sheet's selection
     bool m_layingOut = false; // column widths set by the window, not the user
     std::function<bool()> m_closeGuard;
     QAbstractButton* m_corner = nullptr; // the corner above the step numbers
     std::unique_ptr<EditorCommands> m_commands;
+    // Keys, clicks and typed text in the grid, and the current cell kept with the sheet's.
+    std::unique_ptr<StepGridInput> m_input;
 };
 
 } // namespace vkm

@@ -40,7 +40,7 @@ const Button kButtons[] = {
 
 const QString kFindTip = QStringLiteral("Find function / replace(CTRL+F)");
 
-// The command whose keys a button shows: Open and Save run their first item.
+// The command a button runs and whose keys it shows: Open and Save run their first item.
 QString commandOfButton(const QString& key) {
     if (key == QLatin1String("keyOPEN"))
         return QStringLiteral("keyREAD_USER1");
@@ -113,12 +113,8 @@ StepToolBar::StepToolBar(QWidget* parent) : QToolBar(parent) {
 
 void StepToolBar::bindShortcuts() {
     const auto bind = [this](QAction* a, const QString& command) {
-        if (!a || !shortcuts::boundByWindow(command))
-            return;
-        a->setShortcuts(shortcuts::keys(command));
-        // Each editor window answers its own keys: the one with the focus runs them.
-        a->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        m_shortcutActions << a;
+        if (shortcuts::bind(a, command))
+            m_shortcutActions << a;
     };
     for (auto it = m_buttons.cbegin(); it != m_buttons.cend(); ++it)
         if (commandOfButton(it.key()) == it.key())
@@ -134,10 +130,9 @@ QAction* StepToolBar::addButton(const QString& key, const QString& imageKey) {
     m_buttons.insert(key, a);
     connect(a, &QAction::triggered, this, [this, key] {
         // Open and Save run their first item; Info only points at its menu.
-        if (key == QLatin1String("keyOPEN"))
-            Q_EMIT menuTriggered(key, QStringLiteral("keyREAD_USER1"));
-        else if (key == QLatin1String("keySAVE"))
-            Q_EMIT menuTriggered(key, QStringLiteral("keyOVERWRITE"));
+        const QString command = commandOfButton(key);
+        if (command != key)
+            Q_EMIT menuTriggered(key, command);
         else
             Q_EMIT commandTriggered(key);
     });
@@ -171,9 +166,9 @@ QAction* StepToolBar::menuAction(const QString& buttonKey, const QString& itemKe
 
 void StepToolBar::ShowButtonCaption(bool show) {
     m_captions = show;
+    // The tool tips name every button with its key whether captions show or not: they
+    // were set with the buttons and stay.
     setToolButtonStyle(show ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
-    for (auto it = m_buttons.cbegin(); it != m_buttons.cend(); ++it)
-        it.value()->setToolTip(toolTipOf(it.key()));
 }
 
 } // namespace vkm
