@@ -18,25 +18,16 @@
 #include "documentcontroller.h"
 #include "finpmemo.h"
 #include "sessiondriver.h"
-#include "stepeditorwindow.h"
 
 #include <QAbstractButton>
-#include <QAction>
-#include <QApplication>
-#include <QCommandLineParser>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTableView>
-#include <QTest>
-#include <QTimer>
-#include <QToolBar>
-#include <cstdio>
 #include <functional>
 
 namespace {
 
 constexpr char kCloseQuestion[] = "Data is chaneged. Do you save changes ?";
-using vkm::e2e::kFailed;
 
 struct Arguments {
     QString archive;
@@ -47,38 +38,13 @@ struct Arguments {
     QString file;
 };
 
-bool parseArguments(const QApplication& app, Arguments& args) {
-    QCommandLineParser parser;
-    const QCommandLineOption archive(QStringLiteral("archive"), QStringLiteral("Setting archive."),
-                                     QStringLiteral("PATH"));
-    const QCommandLineOption scenario(QStringLiteral("scenario"),
-                                      QStringLiteral("edit-save or close-unsaved"), QStringLiteral("NAME"));
-    const QCommandLineOption row(QStringLiteral("row"), QStringLiteral("Grid row."), QStringLiteral("R"));
-    const QCommandLineOption col(QStringLiteral("col"), QStringLiteral("Grid column."), QStringLiteral("C"));
-    const QCommandLineOption value(QStringLiteral("value"), QStringLiteral("Text to type."),
-                                   QStringLiteral("TEXT"));
-    parser.addOptions({archive, scenario, row, col, value});
-    parser.process(app);
-    args.archive = parser.value(archive);
-    args.scenario = parser.value(scenario);
-    args.row = parser.value(row).toInt();
-    args.col = parser.value(col).toInt();
-    args.value = parser.value(value);
-    args.file = parser.positionalArguments().join(u' ');
-    return (args.scenario == QLatin1String("edit-save") || args.scenario == QLatin1String("close-unsaved") ||
-            args.scenario == QLatin1String("refuse-entry")) &&
-           args.row > 0 && args.col > 0 && !args.value.isEmpty() && !args.file.isEmpty();
-}
-
 class Session : public vkm::e2e::SessionBase {
 public:
     Session(vkm::Startup& startup, Arguments args) : SessionBase(startup), m_args(std::move(args)) {}
 
     void run() override {
-        QWidget* main = m_startup.mainWindow();
-        main->activateWindow();
-        if (!QTest::qWaitForWindowActive(main, 5000))
-            return fail("the main window never became active");
+        if (!activateMainWindow())
+            return;
         QTableView* grid = m_startup.userEditorWindow()->grid();
         if (QApplication::focusWidget() != grid)
             return fail("after start-up the keyboard focus is not on the user grid");
@@ -167,9 +133,7 @@ private:
     }
 
     void saveAndClose() {
-        QAction* save = m_startup.userEditorWindow()->findChild<QAction*>(QStringLiteral("keySAVE"));
-        auto* bar = save ? qobject_cast<QToolBar*>(save->parent()) : nullptr;
-        QWidget* button = bar ? bar->widgetForAction(save) : nullptr;
+        QWidget* button = vkm::e2e::toolButton(m_startup.userEditorWindow(), QStringLiteral("keySAVE"));
         if (!button)
             return fail("no Save button on the editor's toolbar");
         // The left part of the button runs its first item; the right part opens the menu.
@@ -240,14 +204,14 @@ private:
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    Arguments args;
-    if (!parseArguments(app, args)) {
-        std::fprintf(stderr,
-                     "usage: %s [--archive PATH] --scenario edit-save|close-unsaved|refuse-entry "
-                     "--row R --col C --value TEXT FILE.gsp\n",
-                     argv[0]);
-        return 2;
-    }
+    const vkm::e2e::CommandLine line =
+        vkm::e2e::parseCommandLine(app, {"archive", "scenario", "row", "col", "value"});
+    const Arguments args{line.value("archive"),     line.value("scenario"), line.value("row").toInt(),
+                         line.value("col").toInt(), line.value("value"),    line.file()};
+    if (!QStringList{"edit-save", "close-unsaved", "refuse-entry"}.contains(args.scenario) || args.row <= 0 ||
+        args.col <= 0 || args.value.isEmpty() || args.file.isEmpty())
+        return vkm::e2e::usage(argv[0], "[--archive PATH] --scenario edit-save|close-unsaved|refuse-entry "
+                                        "--row R --col C --value TEXT FILE.gsp");
     // Exactly what vkmstep's main hands to the start-up.
     return vkm::e2e::runSession<Session>(app, args, 20);
 }

@@ -11,26 +11,16 @@
 // not happen prints "FAIL: ..." and gives a non-zero code.
 #include "fprint.h"
 #include "sessiondriver.h"
-#include "stepeditorwindow.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QCheckBox>
-#include <QCommandLineParser>
 #include <QDir>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
 #include <QPushButton>
-#include <QTest>
-#include <QTimer>
-#include <QToolBar>
-#include <cstdio>
 
 namespace {
-
-using vkm::e2e::kFailed;
 
 struct Arguments {
     QString archive;
@@ -44,9 +34,7 @@ public:
     Session(vkm::Startup& startup, Arguments args) : SessionBase(startup), m_args(std::move(args)) {}
 
     void run() override {
-        QAction* print = m_startup.userEditorWindow()->findChild<QAction*>(QStringLiteral("keyPRINT"));
-        auto* bar = print ? qobject_cast<QToolBar*>(print->parent()) : nullptr;
-        QWidget* button = bar ? bar->widgetForAction(print) : nullptr;
+        QWidget* button = vkm::e2e::toolButton(m_startup.userEditorWindow(), QStringLiteral("keyPRINT"));
         if (!button || !button->isEnabled())
             return fail("no enabled Print button on the editor's toolbar");
         QTest::mouseClick(button, Qt::LeftButton);
@@ -153,21 +141,9 @@ private:
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    QCommandLineParser parser;
-    const QCommandLineOption archive(QStringLiteral("archive"), QStringLiteral("Setting archive."),
-                                     QStringLiteral("PATH"));
-    const QCommandLineOption shots(QStringLiteral("shots"), QStringLiteral("Folder for pictures."),
-                                   QStringLiteral("DIR"));
-    const QCommandLineOption workbook(QStringLiteral("workbook"), QStringLiteral("Workbook to create."),
-                                      QStringLiteral("OUT.xlsx"));
-    parser.addOptions({archive, shots, workbook});
-    parser.process(app);
-    Arguments args{parser.value(archive), parser.value(shots), parser.value(workbook),
-                   parser.positionalArguments().join(u' ')};
-    if (args.workbook.isEmpty() || args.file.isEmpty()) {
-        std::fprintf(stderr, "usage: %s [--archive PATH] [--shots DIR] --workbook OUT.xlsx FILE.gsp\n",
-                     argv[0]);
-        return 2;
-    }
+    const vkm::e2e::CommandLine line = vkm::e2e::parseCommandLine(app, {"archive", "shots", "workbook"});
+    const Arguments args{line.value("archive"), line.value("shots"), line.value("workbook"), line.file()};
+    if (args.workbook.isEmpty() || args.file.isEmpty())
+        return vkm::e2e::usage(argv[0], "[--archive PATH] [--shots DIR] --workbook OUT.xlsx FILE.gsp");
     return vkm::e2e::runSession<Session>(app, args, 30);
 }

@@ -9,27 +9,14 @@
 // it writes to FILE the arguments it was given (one a line, after "restarted") and the
 // column of the first input group, and quits. Exit code 0 for a run that did its part.
 #include "applicationrestart.h"
-#include "mainwindow.h"
-#include "startup.h"
-#include "stepeditorwindow.h"
+#include "sessiondriver.h"
 
-#include "base/messages.h"
 #include "base/settings.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QFile>
 #include <QMessageBox>
-#include <QTest>
-#include <QTimer>
-#include <cstdio>
 
 namespace {
-
-QString argumentAfter(const QStringList& args, const QString& option) {
-    const qsizetype i = args.indexOf(option);
-    return i >= 0 && i + 1 < args.size() ? args.at(i + 1) : QString();
-}
 
 // Presses Enter on each message box as it comes up.
 void answerBoxes() {
@@ -45,13 +32,12 @@ void answerBoxes() {
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     const QStringList args = app.arguments().mid(1);
-    const QString marker = argumentAfter(args, QStringLiteral("--marker"));
-    if (marker.isEmpty()) {
-        std::fprintf(stderr, "usage: %s [--archive PATH] --marker FILE [ARGUMENT...]\n", argv[0]);
-        return 2;
-    }
+    const vkm::e2e::CommandLine line = vkm::e2e::parseCommandLine(app, {"archive", "marker"});
+    const QString marker = line.value("marker");
+    if (marker.isEmpty())
+        return vkm::e2e::usage(argv[0], "[--archive PATH] --marker FILE [ARGUMENT...]");
     vkm::StartupOptions options;
-    options.archiveOverride = argumentAfter(args, QStringLiteral("--archive"));
+    options.archiveOverride = line.value("archive");
     int code = 0;
     {
         vkm::Startup startup(options);

@@ -14,34 +14,32 @@
 #include "ffind.h"
 #include "finpmemo.h"
 #include "fpulse.h"
-#include "mainwindow.h"
-#include "startup.h"
-#include "stepeditorwindow.h"
+#include "sessiondriver.h"
 
-#include <QApplication>
 #include <QComboBox>
-#include <QCommandLineParser>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QTableView>
-#include <QTest>
-#include <QTimer>
-#include <cstdio>
 
 namespace {
 
-class Session {
-public:
-    explicit Session(vkm::Startup& startup) : m_startup(startup) {}
+struct Arguments {
+    QString archive;
+    QString screenshot;
+    QString file;
+};
 
-    void run(const QString& screenshot) {
+class Session : public vkm::e2e::SessionBase {
+public:
+    Session(vkm::Startup& startup, Arguments args) : SessionBase(startup), m_args(std::move(args)) {}
+
+    void run() override {
+        if (!activateMainWindow())
+            return;
         QWidget* main = m_startup.mainWindow();
-        main->activateWindow();
-        if (!QTest::qWaitForWindowActive(main, 5000))
-            return fail("the main window never became active");
         vkm::StepEditorWindow* editor = m_startup.userEditorWindow();
         QTableView* grid = editor->grid();
         key(Qt::Key_Home, Qt::ControlModifier);
@@ -49,7 +47,7 @@ public:
         vkm::fPulse* pulse = editor->commands()->pulseWindow();
         if (!pulse || !pulse->IsLoaded())
             return fail("the pulse window did not open on the pulse of step 1");
-        expectPulse(pulse, "Line 1", "Y001", "ON PULSE", "TIMER", "10", "50");
+        expectPulse(pulse, {"Line 1", "Y001", "ON PULSE", "TIMER", "10", "50"});
         // A window system keeps the keys where they are when the pulse window shows itself
         // (the offscreen platform activates every window it shows).
         QTest::qWait(50);
@@ -61,9 +59,9 @@ public:
             grid->setFocus();
         }
         key(Qt::Key_Down);
-        expectPulse(pulse, "Line 2", "Y002", "ON PULSE", "STC", "20", "25");
+        expectPulse(pulse, {"Line 2", "Y002", "ON PULSE", "STC", "20", "25"});
         key(Qt::Key_Down);
-        expectPulse(pulse, "Line 3", "", "", "", "", "");
+        expectPulse(pulse, {"Line 3", "", "", "", "", ""});
 
         key(Qt::Key_Up);
         key(Qt::Key_F, Qt::ControlModifier);
@@ -76,10 +74,10 @@ public:
         if (grid->currentIndex() != grid->model()->index(2, 2))
             return fail("Next did not find Y002 in step 2");
         // Both tool windows are up beside the grid.
-        if (!screenshot.isEmpty()) {
+        if (!m_args.screenshot.isEmpty()) {
             QTest::qWait(300);
             QScreen* screen = QGuiApplication::primaryScreen();
-            if (!screen || !screen->grabWindow(0).save(screenshot))
+            if (!screen || !screen->grabWindow(0).save(m_args.screenshot))
                 return fail("the screenshot could not be saved");
         }
         QTest::mouseClick(find->BTN(2), Qt::LeftButton);
@@ -113,40 +111,28 @@ public:
             fail(QStringLiteral("closing asked %1 questions").arg(m_asked));
     }
 
-    void watchModals() {
-        auto* timer = new QTimer(qApp);
-        QObject::connect(timer, &QTimer::timeout, qApp, [this] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (!box)
-                return;
-            if (m_answer == QMessageBox::NoButton) {
-                fail(QStringLiteral("unexpected box: %1").arg(box->text()));
-                box->reject();
-                return;
-            }
-            ++m_asked;
-            if (QAbstractButton* b = box->button(m_answer))
-                QTest::mouseClick(b, Qt::LeftButton);
-            else
-                box->reject();
-        });
-        timer->start(20);
+private:
+    void handleModal(QWidget* modal) override {
+        auto* box = qobject_cast<QMessageBox*>(modal);
+        if (!box || m_answer == QMessageBox::NoButton) {
+            fail(QStringLiteral("unexpected window: %1").arg(box ? box->text() : modal->windowTitle()));
+            modal->close();
+            return;
+        }
+        ++m_asked;
+        if (QAbstractButton* b = box->button(m_answer))
+            QTest::mouseClick(b, Qt::LeftButton);
+        else
+            box->reject();
     }
 
-    int result() const { return m_result; }
-
-private:
-    void expectPulse(vkm::fPulse* pulse, const char* line, const char* kino, const char* logic,
-                     const char* kind, const char* delay1, const char* delay2) {
+    void expectPulse(vkm::fPulse* pulse, const QStringList& wanted) {
         const QStringList shown = {pulse->lineText(),
                                    pulse->txtKino()->text(),
                                    pulse->cboLogic()->currentText(),
                                    pulse->cboDelayKind()->currentText(),
                                    pulse->txtDelay(1)->text(),
                                    pulse->txtDelay(2)->text()};
-        const QStringList wanted = {QString::fromLatin1(line),   QString::fromLatin1(kino),
-                                    QString::fromLatin1(logic),  QString::fromLatin1(kind),
-                                    QString::fromLatin1(delay1), QString::fromLatin1(delay2)};
         if (shown != wanted)
             fail(QStringLiteral("the pulse window shows [%1], not [%2]")
                      .arg(shown.join(u'|'), wanted.join(u'|')));
@@ -156,43 +142,18 @@ private:
         QTest::keyClick(m_startup.mainWindow()->windowHandle(), k, mods);
     }
 
-    void fail(const QString& what) {
-        std::fprintf(stderr, "FAIL: %s\n", qPrintable(what));
-        m_result = 1;
-    }
-
-    vkm::Startup& m_startup;
+    Arguments m_args;
     QMessageBox::StandardButton m_answer = QMessageBox::NoButton;
     int m_asked = 0;
-    int m_result = 0;
 };
 
 } // namespace
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    QCommandLineParser parser;
-    const QCommandLineOption archive(QStringLiteral("archive"), QStringLiteral("Setting archive."),
-                                     QStringLiteral("PATH"));
-    const QCommandLineOption screenshot(QStringLiteral("screenshot"), QStringLiteral("Screen picture."),
-                                        QStringLiteral("FILE"));
-    parser.addOptions({archive, screenshot});
-    parser.process(app);
-    const QString file = parser.positionalArguments().join(u' ');
-    if (file.isEmpty()) {
-        std::fprintf(stderr, "usage: e2e_rows_session [--archive PATH] [--screenshot FILE.png] FILE.gsp\n");
-        return 2;
-    }
-    vkm::StartupOptions options;
-    options.archiveOverride = parser.value(archive);
-    options.commandLine = file;
-    vkm::Startup startup(options);
-    Session session(startup);
-    session.watchModals();
-    if (!startup.run()) {
-        std::fprintf(stderr, "FAIL: the editor did not start\n");
-        return 1;
-    }
-    session.run(parser.value(screenshot));
-    return session.result();
+    const vkm::e2e::CommandLine line = vkm::e2e::parseCommandLine(app, {"archive", "screenshot"});
+    const Arguments args{line.value("archive"), line.value("screenshot"), line.file()};
+    if (args.file.isEmpty())
+        return vkm::e2e::usage(argv[0], "[--archive PATH] [--screenshot FILE.png] FILE.gsp");
+    return vkm::e2e::runSession<Session>(app, args, 50);
 }

@@ -1,12 +1,18 @@
 #pragma once
 
-// What the editor's session drivers share: the editor started the way vkmstep's main starts
-// it, every modal window answered from a timer as it appears, a failed step reported with
-// "FAIL: ..." and its exit code, and a check that the application closed by itself.
+// What the editor's session drivers share: their command line, the editor started the way
+// vkmstep's main starts it, every modal window answered from a timer as it appears, a failed
+// step reported with "FAIL: ..." and its exit code, and a check that the application closed
+// by itself.
 #include "mainwindow.h"
 #include "startup.h"
+#include "stepeditorwindow.h"
+#include "steptoolbar.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
+#include <QMap>
+#include <QTest>
 #include <QTimer>
 #include <cstdio>
 
@@ -14,6 +20,39 @@ namespace vkm::e2e {
 
 constexpr int kFailed = 3;
 constexpr int kTimedOut = 4;
+
+// A driver's command line: options that each take a value, then the files.
+struct CommandLine {
+    QMap<QString, QString> values;
+    QStringList files;
+    QString value(const char* name) const { return values.value(QLatin1String(name)); }
+    bool isSet(const char* name) const { return values.contains(QLatin1String(name)); }
+    QString file() const { return files.join(u' '); }
+};
+
+inline CommandLine parseCommandLine(const QApplication& app, std::initializer_list<const char*> names) {
+    QCommandLineParser parser;
+    for (const char* name : names)
+        parser.addOption(QCommandLineOption(QLatin1String(name), QString(), QStringLiteral("VALUE")));
+    parser.process(app);
+    CommandLine line;
+    for (const char* name : names)
+        if (parser.isSet(QLatin1String(name)))
+            line.values.insert(QLatin1String(name), parser.value(QLatin1String(name)));
+    line.files = parser.positionalArguments();
+    return line;
+}
+
+inline int usage(const char* driver, const char* arguments) {
+    std::fprintf(stderr, "usage: %s %s\n", driver, arguments);
+    return 2;
+}
+
+// The toolbar button of an editor window's command (null when it has none).
+inline QWidget* toolButton(vkm::StepEditorWindow* window, const QString& key) {
+    QAction* action = window ? window->action(key) : nullptr;
+    return action ? window->toolBar()->widgetForAction(action) : nullptr;
+}
 
 class SessionBase {
 public:
@@ -45,6 +84,15 @@ protected:
         QCoreApplication::exit(kFailed);
     }
     void fail(const char* what) { fail(QString::fromUtf8(what)); }
+    // The main window made the active one, as a user's click on it does.
+    bool activateMainWindow() {
+        QWidget* main = m_startup.mainWindow();
+        main->activateWindow();
+        if (QTest::qWaitForWindowActive(main, 5000))
+            return true;
+        fail("the main window never became active");
+        return false;
+    }
 
     vkm::Startup& m_startup;
     int m_result = 0;

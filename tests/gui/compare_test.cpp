@@ -10,7 +10,6 @@
 #include "model/csteps.h"
 
 #include <QAction>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>

@@ -2,10 +2,8 @@
 // the area is read, a function is typed in the window, saved to the machine (read again
 // first, then written), and the machine's memory differs in that function's byte alone.
 #include "appcontext.h"
-#include "base/errorreporter.h"
 #include "base/messages.h"
 #include "base/scriptedprompter.h"
-#include "base/settings.h"
 #include "custom/ccustominps.h"
 #include "custom/ccustomouts.h"
 #include "customizeeasycontroller.h"
@@ -18,13 +16,12 @@
 #include "guitestsupport.h"
 #include "mainwindow.h"
 #include "simprocess.h"
-#include "startup.h"
+#include "startuprig.h"
 #include "stepeditorwindow.h"
 #include "testsupport.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
@@ -37,22 +34,14 @@
 #include <QTreeWidgetItemIterator>
 #include <gtest/gtest.h>
 
-// PrintTo(QString) for readable failures comes with the machine commands' tests.
-void PrintTo(const QString& s, std::ostream* os);
-
 namespace vkm::test {
 namespace {
 
 const QString kSettingDir = QStringLiteral(VKM_SOURCE_DIR "/data/setting");
 
-class Customize : public ::testing::Test {
+class Customize : public ::testing::Test, protected StartupRig {
 protected:
     void SetUp() override {
-        options.settings = store.settings.get();
-        options.prompter = &prompter;
-        options.archiveOverride = bundledArchive();
-        options.lockFile = store.scratch.file(QStringLiteral("vkmstep.lock"));
-        options.installErrorSink = false;
         startup = std::make_unique<Startup>(options);
         ASSERT_TRUE(startup->run());
         window = startup->mainWindow();
@@ -122,10 +111,6 @@ protected:
         QCoreApplication::processEvents();
     }
 
-    TempSettings store;
-    ScriptedPrompter prompter;
-    CapturingErrorSink errors;
-    StartupOptions options;
     std::unique_ptr<Startup> startup;
     MainWindow* window = nullptr;
     Scratch scratch;
@@ -293,6 +278,8 @@ TEST_F(Customize, AFileThatCannotBeLoadedOpensNoWindow) {
     EXPECT_EQ(visibleFrames(), frames);
 }
 
+// The customisation window and the program both changed: a Cancel at either question keeps
+// every window with its change, and the program's question comes only after the window's.
 TEST_F(Customize, ClosingTheApplicationAsksEveryQuestionBeforeAnyWindowCloses) {
     ASSERT_TRUE(startSim());
     fCustomizeEasy* w = openWindow();
@@ -302,8 +289,11 @@ TEST_F(Customize, ClosingTheApplicationAsksEveryQuestionBeforeAnyWindowCloses) {
     auto* frame = qobject_cast<QMdiSubWindow*>(w->parentWidget());
     ASSERT_NE(frame, nullptr);
     ASSERT_TRUE(userFrameVisible());
+    StepDocument& program = startup->documents()->documents().user();
+    program.setChanged(true);
 
-    // Cancel at the customisation window's question: every window stays.
+    // Cancel at the customisation window's question: every window stays, and the program's
+    // question is not asked.
     prompter.clear();
     prompter.queueAnswer(Answer::Cancel);
     EXPECT_FALSE(window->close());
@@ -313,34 +303,12 @@ TEST_F(Customize, ClosingTheApplicationAsksEveryQuestionBeforeAnyWindowCloses) {
     EXPECT_TRUE(frame->isVisible());
     EXPECT_TRUE(w->isVisible());
     EXPECT_TRUE(w->IsChanged());
+    EXPECT_TRUE(program.IsChanged());
     // The application is not closing: the user editor still refuses to close on its own.
     prompter.clear();
     EXPECT_FALSE(startup->userEditorWindow()->parentWidget()->close());
     EXPECT_EQ(prompter.numbers(), std::vector<int>{62});
     EXPECT_TRUE(userFrameVisible());
-
-    // A later close goes through.
-    prompter.clear();
-    prompter.queueAnswer(Answer::No);
-    EXPECT_TRUE(window->close());
-    EXPECT_EQ(prompter.numbers(), std::vector<int>{143});
-    EXPECT_FALSE(window->isVisible());
-}
-
-TEST_F(Customize, ClosingWithBothChangedKeepsEverythingOnACancelAtEitherQuestion) {
-    ASSERT_TRUE(startSim());
-    fCustomizeEasy* w = openWindow();
-    ASSERT_NE(w, nullptr);
-    type(w, 0, QStringLiteral("fs"));
-    StepDocument& program = startup->documents()->documents().user();
-    program.setChanged(true);
-
-    // Cancel at the customisation window's question: the program's question is not asked.
-    prompter.clear();
-    prompter.queueAnswer(Answer::Cancel);
-    EXPECT_FALSE(window->close());
-    EXPECT_EQ(prompter.numbers(), std::vector<int>{143});
-    EXPECT_TRUE(program.IsChanged());
 
     // No there, Cancel at the program's: the customisation window keeps its change.
     prompter.clear();
@@ -350,11 +318,12 @@ TEST_F(Customize, ClosingWithBothChangedKeepsEverythingOnACancelAtEitherQuestion
     EXPECT_EQ(prompter.numbers(), (std::vector<int>{143, 13}));
     EXPECT_TRUE(window->isVisible());
     EXPECT_TRUE(userFrameVisible());
-    EXPECT_TRUE(w->isVisible());
+    EXPECT_TRUE(frame->isVisible());
     EXPECT_TRUE(w->IsChanged());
     EXPECT_EQ(w->sheet().row(0).digital, "FS  ");
     EXPECT_TRUE(program.IsChanged());
 
+    // A later close goes through.
     prompter.clear();
     prompter.queueAnswer(Answer::No);
     prompter.queueAnswer(Answer::No);

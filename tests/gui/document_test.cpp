@@ -151,19 +151,5 @@ TEST_F(DocumentCommands, MemoWindowOpensAtItsStoredSizeInFrontOfTheEditors) {
     again->close();
 }
 
-TEST_F(DocumentCommands, OpenAsksAboutUnsavedChangesFirst) {
-    controller->documents().user().setChanged(true);
-    prompter.queueAnswer(Answer::Cancel);
-    controller->handleKey(0, QStringLiteral("keyREAD_USER1"), true);
-    EXPECT_EQ(prompter.numbers(), std::vector<int>({13}));
-    EXPECT_TRUE(prompter.fileRequests().empty()) << "Cancel opens no dialog";
-    prompter.clear();
-    prompter.queueAnswer(Answer::No);
-    prompter.queueFileName(QString()); // the open dialog is cancelled
-    controller->handleKey(0, QStringLiteral("keyREAD_USER1"), true);
-    ASSERT_EQ(prompter.fileRequests().size(), 1u);
-    EXPECT_EQ(prompter.fileRequests()[0].title, QStringLiteral("Open user file."));
-}
-
 } // namespace
 } // namespace vkm::test

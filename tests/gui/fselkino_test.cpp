@@ -1,14 +1,11 @@
 // The function selection dialog and the category dialog on real widgets.
-#include "fselcategory.h"
 #include "fselkino.h"
 #include "functionchooser.h"
 
 #include "guitestsupport.h"
 #include "model/codes.h"
 
-#include <QApplication>
 #include <QCheckBox>
-#include <QListWidget>
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
@@ -74,8 +71,7 @@ TEST(FSelKinoTree, CategoriesInCatalogueOrderAndFlowCategoriesHaveNoFunctionNode
     EXPECT_EQ(childTexts(f.dialog.categoryNode("JMP")), QStringList{fSelKino::kStepNodeText});
     EXPECT_EQ(childTexts(f.dialog.categoryNode("CALL")), QStringList{fSelKino::kStepNodeText});
     EXPECT_EQ(childTexts(f.dialog.categoryNode("RETURN")), QStringList{"RET\tReturn"});
-    // Output colour and the category toolbar with one button per category.
-    EXPECT_EQ(f.dialog.categoryNode("OUT")->foreground(0).color(), QColor(0, 64, 128));
+    // The category toolbar with one button per category.
     EXPECT_TRUE(f.dialog.categoryNode("OUT")->font(0).bold());
     EXPECT_EQ(f.dialog.categoryBar()->actions().size(), 8);
     EXPECT_TRUE(f.dialog.categoryBar()->isVisible());
@@ -98,7 +94,6 @@ TEST(FSelKinoTree, CategoriesInCatalogueOrderAndFlowCategoriesHaveNoFunctionNode
 TEST(FSelKinoTree, InputDialogPutsStepNodeUnderStepAndKindOneHasNoStepNodesOrToolbar) {
     Fixture in3(1, 3);
     EXPECT_EQ(childTexts(in3.dialog.categoryNode("STEP")), QStringList{fSelKino::kStepNodeText});
-    EXPECT_EQ(in3.dialog.categoryNode("IN")->foreground(0).color(), QColor(255, 0, 128));
 
     Fixture out1(2, 1);
     EXPECT_TRUE(childTexts(out1.dialog.categoryNode("JMP")).isEmpty());
@@ -231,7 +226,7 @@ TEST(FSelKinoSettings, ExpandCheckBoxIsStoredAndWindowKeepsItsMinimumSize) {
     EXPECT_EQ(f.dialog.height(), f.dialog.twipsToPixels(3525));
 }
 
-TEST(FSelKinoOwner, GetKinoValueRunsTheModalDialogAndCategoryDialogListsSharedDigital) {
+TEST(FSelKinoOwner, TheChooserRunsTheModalDialogAndACancelChoosesNothing) {
     test::TempSettings ts;
     ScriptedPrompter prompter;
     CSelections out, inp;
@@ -252,15 +247,4 @@ TEST(FSelKinoOwner, GetKinoValueRunsTheModalDialogAndCategoryDialogListsSharedDi
     QTimer::singleShot(0, [&] { owner.dialog(1)->cancelOp(); });
     EXPECT_EQ(choose(1, 2, 3), std::nullopt);
     EXPECT_EQ(owner.dialog(1)->retValue, 2);
-
-    fSelCategory cat(out, "Xshared");
-    ASSERT_EQ(cat.list()->count(), 2);
-    EXPECT_EQ(cat.list()->item(0)->text(), "OUT_S");
-    EXPECT_EQ(cat.list()->item(1)->text(), "RGST2");
-    EXPECT_EQ(cat.SelectedCategory(), "OUT_S");
-    cat.show();
-    cat.list()->setCurrentRow(1);
-    QTest::keyClick(cat.list(), Qt::Key_Return);
-    EXPECT_FALSE(cat.isVisible());
-    EXPECT_EQ(cat.SelectedCategory(), "RGST2");
 }

@@ -20,7 +20,6 @@
 #include <QStatusBar>
 #include <QTableView>
 #include <QTest>
-#include <QTimer>
 #include <QToolTip>
 #include <gtest/gtest.h>
 
@@ -146,7 +145,12 @@ TEST_F(Keys, NewOpenSaveAsPrintInsertAndHelpReachTheirCommands) {
     EXPECT_EQ(rig.prompter.numbers(), std::vector<int>({13}));
     EXPECT_EQ(remark(2), QStringLiteral("two"));
 
-    // Ctrl+O: the same question, then the open dialog for a user program.
+    // Ctrl+O: the same question (Cancel opens no dialog), then the open dialog for a user program.
+    rig.prompter.clear();
+    rig.prompter.queueAnswer(Answer::Cancel);
+    press(QKeySequence(Qt::CTRL | Qt::Key_O));
+    EXPECT_EQ(rig.prompter.numbers(), std::vector<int>({13}));
+    EXPECT_TRUE(rig.prompter.fileRequests().empty());
     rig.prompter.clear();
     rig.prompter.queueAnswer(Answer::No);
     rig.prompter.queueFileName(QString());

@@ -1,8 +1,6 @@
 // The main window's option and view menus on a real start-up: check marks from the
 // settings, toggles written at once and applied to both step editors, the option that
 // needs a restart.
-#include "base/errorreporter.h"
-#include "base/scriptedprompter.h"
 #include "base/settings.h"
 #include "documentcontroller.h"
 #include "finpmemo.h"
@@ -10,7 +8,7 @@
 #include "guitestsupport.h"
 #include "mainwindow.h"
 #include "sheet/stepsheet.h"
-#include "startup.h"
+#include "startuprig.h"
 #include "stepeditorwindow.h"
 #include "steptoolbar.h"
 #include "testsupport.h"
@@ -28,14 +26,9 @@ using namespace vkm;
 
 namespace {
 
-class Options : public ::testing::Test {
+class Options : public ::testing::Test, protected test::StartupRig {
 protected:
     void SetUp() override {
-        options.settings = store.settings.get();
-        options.prompter = &prompter;
-        options.archiveOverride = test::bundledArchive();
-        options.lockFile = store.scratch.file(QStringLiteral("vkmstep.lock"));
-        options.installErrorSink = false;
         startup = std::make_unique<Startup>(options);
         ASSERT_TRUE(startup->run());
         window = startup->mainWindow();
@@ -54,10 +47,6 @@ protected:
         return store.settings->read(Section::General, QLatin1String(key));
     }
 
-    test::TempSettings store;
-    ScriptedPrompter prompter;
-    CapturingErrorSink errors;
-    StartupOptions options;
     std::unique_ptr<Startup> startup;
     MainWindow* window = nullptr;
     StepEditorWindow* user = nullptr;

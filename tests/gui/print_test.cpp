@@ -10,14 +10,12 @@
 #include "steptoolbar.h"
 
 #include <QCheckBox>
-#include <QFile>
 #include <QListWidget>
 #include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QProcess>
 #include <QPushButton>
-#include <QTest>
 #include <array>
 #include <gtest/gtest.h>
 

@@ -7,13 +7,11 @@
 #include "fpulse.h"
 #include "steptoolbar.h"
 
-#include "base/settings.h"
 #include "model/codes.h"
 
 #include <QClipboard>
 #include <QComboBox>
 #include <QHeaderView>
-#include <QLabel>
 #include <QMenu>
 #include <QPushButton>
 #include <QToolButton>
@@ -22,17 +20,6 @@ using namespace vkm;
 using test::Editor;
 
 namespace {
-
-QHeaderView* steps(Editor& e) {
-    return e.grid()->verticalHeader();
-}
-
-// A click on the step number of a row; with shift the selection of whole rows grows to it.
-void clickStep(Editor& e, int row, Qt::KeyboardModifiers modifiers = {}) {
-    QHeaderView* h = steps(e);
-    QTest::mouseClick(h->viewport(), Qt::LeftButton, modifiers,
-                      QPoint(h->width() / 2, h->sectionViewportPosition(row) + h->sectionSize(row) / 2));
-}
 
 void clickButton(Editor& e, const char* key) {
     auto* b = qobject_cast<QToolButton*>(e.win->toolBar()->widgetForAction(e.win->action(key)));
@@ -110,8 +97,8 @@ TEST(EditorRows, CopyInTheComparisonWindowPastesIntoTheUserWindow) {
     QApplication::clipboard()->clear();
     EXPECT_FALSE(cmp.win->action("keyPASTE")->isEnabled());
 
-    clickStep(cmp, 3);
-    clickStep(cmp, 4, Qt::ShiftModifier);
+    cmp.clickStep(3);
+    cmp.clickStep(4, Qt::ShiftModifier);
     ASSERT_TRUE(source.rowSelectionMode());
     QTest::keyClick(cmp.grid(), Qt::Key_C, Qt::ControlModifier);
     const QString tail = QString("\t").repeated(9);
@@ -121,7 +108,7 @@ TEST(EditorRows, CopyInTheComparisonWindowPastesIntoTheUserWindow) {
     EXPECT_EQ(source.text(5, 1), "") << "nothing is pasted into the comparison program";
 
     Editor user;
-    clickStep(user, 10);
+    user.clickStep(10);
     QTest::keyClick(user.grid(), Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(rowCells(user.sheet(), 10), rowCells(source, 3));
     EXPECT_EQ(rowCells(user.sheet(), 11), rowCells(source, 4));
@@ -130,55 +117,57 @@ TEST(EditorRows, CopyInTheComparisonWindowPastesIntoTheUserWindow) {
     EXPECT_TRUE(user.grid()->hasFocus());
 }
 
-TEST(EditorRows, InsertAsksOnceWhenAllYesIsPressed) {
-    Editor e;
+namespace {
+
+// Rows 2, 3 and 4 jump to steps 5, 6 and 7.
+void typeJumps(Editor& e) {
     addTargets(e);
     typeRow(e, 2, "J005", "", "", "");
     typeRow(e, 3, "J006", "", "", "");
     typeRow(e, 4, "J007", "", "", "");
+}
+
+// A row inserted at step 1 with the toolbar's button, the renumbering questions answered
+// with the keys: what the questions showed.
+QStringList insertAnsweringWith(Editor& e, QList<Qt::Key> keys, bool repeatLast) {
+    e.clickStep(1);
+    ModalAnswerer answer(keys, repeatLast);
+    clickButton(e, "keyROWINSERT");
+    return answer.seen;
+}
+
+QStringList functions(Editor& e, int firstRow, int lastRow) {
+    QStringList texts;
+    for (int row = firstRow; row <= lastRow; ++row)
+        texts << e.sheet().text(row, e.out1());
+    return texts;
+}
+
+} // namespace
+
+TEST(EditorRows, InsertAsksOnceWhenAllYesIsPressed) {
+    Editor e;
+    typeJumps(e);
     int snapshots = 0;
     QObject::connect(e.win.get(), &StepEditorWindow::snapshotRequested, [&] { ++snapshots; });
-    clickStep(e, 1);
-    {
-        ModalAnswerer answer(Qt::Key_A);
-        clickButton(e, "keyROWINSERT");
-        EXPECT_EQ(answer.seen, QStringList{"J005 -> J006"});
-    }
-    EXPECT_EQ(e.sheet().text(3, e.out1()), "J006");
-    EXPECT_EQ(e.sheet().text(4, e.out1()), "J007");
-    EXPECT_EQ(e.sheet().text(5, e.out1()), "J008");
-    EXPECT_EQ(e.sheet().text(2, e.out1()), "");
+    EXPECT_EQ(insertAnsweringWith(e, {Qt::Key_A}, true), QStringList{"J005 -> J006"});
+    EXPECT_EQ(functions(e, 2, 5), (QStringList{"", "J006", "J007", "J008"}));
     EXPECT_EQ(snapshots, 1);
     EXPECT_EQ(e.grid()->currentIndex().row(), 1) << "the current row stays";
 
     // "O" answers All No: nothing further is renumbered.
-    clickStep(e, 1);
-    {
-        ModalAnswerer answer(Qt::Key_O);
-        clickButton(e, "keyROWINSERT");
-        EXPECT_EQ(answer.seen, QStringList{"J006 -> J007"});
-    }
-    EXPECT_EQ(e.sheet().text(4, e.out1()), "J006");
-    EXPECT_EQ(e.sheet().text(6, e.out1()), "J008");
+    EXPECT_EQ(insertAnsweringWith(e, {Qt::Key_O}, true), QStringList{"J006 -> J007"});
+    EXPECT_EQ(functions(e, 4, 6), (QStringList{"J006", "J007", "J008"}));
 }
 
 // "Y" and "N" answer one reference each, as the buttons Yes and No do: each further
 // reference is asked again.
 TEST(EditorRows, InsertAsksForEachReferenceAnsweredWithYAndN) {
     Editor e;
-    addTargets(e);
-    typeRow(e, 2, "J005", "", "", "");
-    typeRow(e, 3, "J006", "", "", "");
-    typeRow(e, 4, "J007", "", "", "");
-    clickStep(e, 1);
-    {
-        ModalAnswerer answer({Qt::Key_Y, Qt::Key_N, Qt::Key_Y});
-        clickButton(e, "keyROWINSERT");
-        EXPECT_EQ(answer.seen, (QStringList{"J005 -> J006", "J006 -> J007", "J007 -> J008"}));
-    }
-    EXPECT_EQ(e.sheet().text(3, e.out1()), "J006");
-    EXPECT_EQ(e.sheet().text(4, e.out1()), "J006") << "N keeps the reference";
-    EXPECT_EQ(e.sheet().text(5, e.out1()), "J008");
+    typeJumps(e);
+    EXPECT_EQ(insertAnsweringWith(e, {Qt::Key_Y, Qt::Key_N, Qt::Key_Y}, false),
+              (QStringList{"J005 -> J006", "J006 -> J007", "J007 -> J008"}));
+    EXPECT_EQ(functions(e, 3, 5), (QStringList{"J006", "J006", "J008"})) << "N keeps the reference";
     EXPECT_TRUE(e.messages().empty());
 }
 
@@ -186,8 +175,8 @@ TEST(EditorRows, CutOfWholeRowsPacksAndTheStepColumnOffersTheMenu) {
     Editor e;
     for (int r = 2; r <= 6; ++r)
         e.setup(r, 1, QStringLiteral("r%1").arg(r));
-    clickStep(e, 3);
-    clickStep(e, 4, Qt::ShiftModifier);
+    e.clickStep(3);
+    e.clickStep(4, Qt::ShiftModifier);
     e.prompter.queueAnswer(Answer::Yes);
     QTest::keyClick(e.grid(), Qt::Key_X, Qt::ControlModifier);
     EXPECT_EQ(e.messages(), std::vector<int>{59});
@@ -198,8 +187,8 @@ TEST(EditorRows, CutOfWholeRowsPacksAndTheStepColumnOffersTheMenu) {
 
     // A right click on a step number selects that row and opens the menu; Insert inserts
     // one row there.
-    QHeaderView* h = steps(e);
-    const QPoint at(h->width() / 2, h->sectionViewportPosition(2) + h->sectionSize(2) / 2);
+    QHeaderView* h = e.grid()->verticalHeader();
+    const QPoint at = e.stepPoint(2);
     QTest::mouseClick(h->viewport(), Qt::RightButton, {}, at);
     QMetaObject::invokeMethod(h, "customContextMenuRequested", Q_ARG(QPoint, at));
     QMenu* menu = e.win->contextMenu();
@@ -212,7 +201,7 @@ TEST(EditorRows, CutOfWholeRowsPacksAndTheStepColumnOffersTheMenu) {
     EXPECT_EQ(e.sheet().text(4, 1), "r5");
 
     // Rem on the toolbar disables the selected rows.
-    clickStep(e, 4);
+    e.clickStep(4);
     clickButton(e, "keyREM");
     EXPECT_TRUE(e.sheet().isRowDisabled(4));
 }
@@ -285,10 +274,7 @@ TEST(EditorPulse, TheWindowFollowsTheCurrentRowAndWritesThePair) {
     Editor e;
     e.out.Add("Y012", 12, "", "OUT", "0", "0");
     typeRow(e, 3, "Y012", "1", "2", "100");
-    e.setup(3, e.out2(), "Y012");
-    e.setup(3, e.out2() + 1, "0");
-    e.setup(3, e.out2() + 2, "2");
-    e.setup(3, e.out2() + 3, "150");
+    e.setupAll(3, {{e.out2(), "Y012"}, {e.out2() + 1, "0"}, {e.out2() + 2, "2"}, {e.out2() + 3, "150"}});
     typeRow(e, 4, "OUT1", "1", "2", "5");
     e.go(2, e.out1());
     ASSERT_EQ(e.win->commands()->pulseWindow(), nullptr);
@@ -299,13 +285,10 @@ TEST(EditorPulse, TheWindowFollowsTheCurrentRowAndWritesThePair) {
     ASSERT_NE(pulse, nullptr) << "opens by itself on a pulse";
     ASSERT_TRUE(pulse->IsLoaded());
     EXPECT_EQ(pulse->windowTitle(), "Pulse output");
-    EXPECT_EQ(pulse->lineText(), "Line 3");
-    EXPECT_EQ(pulse->txtKino()->text(), "Y012");
-    EXPECT_EQ(pulse->lblCategory(), "OUT");
-    EXPECT_EQ(pulse->cboLogic()->currentText(), "ON PULSE");
-    EXPECT_EQ(pulse->cboDelayKind()->currentText(), "STC");
-    EXPECT_EQ(pulse->txtDelay(1)->text(), "100");
-    EXPECT_EQ(pulse->txtDelay(2)->text(), "50");
+    EXPECT_EQ((QStringList{pulse->lineText(), pulse->txtKino()->text(), pulse->lblCategory(),
+                           pulse->cboLogic()->currentText(), pulse->cboDelayKind()->currentText(),
+                           pulse->txtDelay(1)->text(), pulse->txtDelay(2)->text()}),
+              (QStringList{"Line 3", "Y012", "OUT", "ON PULSE", "STC", "100", "50"}));
     EXPECT_TRUE(e.grid()->hasFocus()) << "the keys stay in the grid";
     EXPECT_NE(e.ts.settings->value(keys::Pulse_Left), keys::kPulseNotPlaced) << "first place stored";
 

@@ -7,11 +7,8 @@ namespace vkm::test {
 Scratch::Scratch() = default;
 
 QString Scratch::write(const QString& name, const QByteArray& bytes) const {
-    const QString p = file(name);
-    QFile f(p);
-    if (f.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        f.write(bytes);
-    return p;
+    writeFile(file(name), bytes);
+    return file(name);
 }
 
 EnvOverride::EnvOverride(const char* name, const QByteArray& value)
@@ -38,6 +35,11 @@ QByteArray readAll(const QString& path) {
     if (!f.open(QIODevice::ReadOnly))
         return {};
     return f.readAll();
+}
+
+bool writeFile(const QString& path, const QByteArray& bytes) {
+    QFile f(path);
+    return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(bytes) == bytes.size();
 }
 
 QString testData(const QString& name) {

@@ -6,6 +6,12 @@
 #include <QString>
 #include <QTemporaryDir>
 #include <memory>
+#include <ostream>
+
+// Readable failures: a QString is shown as its text.
+inline void PrintTo(const QString& s, std::ostream* os) {
+    *os << '"' << s.toStdString() << '"';
+}
 
 namespace vkm::test {
 
@@ -47,6 +53,8 @@ private:
 QString bundledArchive();
 // Reads a whole file ("" when missing).
 QByteArray readAll(const QString& path);
+// Writes a whole file, replacing what it held; false when it could not be written.
+bool writeFile(const QString& path, const QByteArray& bytes);
 // Path of a file under tests/data.
 QString testData(const QString& name);
 

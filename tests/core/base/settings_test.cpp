@@ -13,41 +13,6 @@ using vkm::Settings;
 
 namespace {
 
-struct Default {
-    Section section;
-    const char* key;
-    QString value;
-};
-
-// What a first start must leave in an empty store, for a main window 15000 twips wide.
-std::vector<Default> firstStartValues() {
-    return {
-        {Section::FileInfo, "InitialPath", QDir::toNativeSeparators(vkm::paths::exeFolder())},
-        {Section::General, "DoesViewRemarkColumn", "True"},
-        {Section::General, "DoesViewButtonCaption", "True"},
-        {Section::General, "DoesViewInputMethod", "True"},
-        {Section::General, "DoesReplaceFunction", "True"},
-        {Section::General, "DoesAskInReplacing", "True"},
-        {Section::General, "DoesLocateInpFirst", "False"},
-        {Section::General, "DoesShowMsgInFinding", "False"},
-        {Section::General, "DoesShowPulseAutomatic", "True"},
-        {Section::General, "DispHelpCode", "True"},
-        {Section::General, "RemainHelpCode", "False"},
-        {Section::Location, "RemarkColumnWidth", "1200"},
-        {Section::Location, "Memo_Width", "10200"},
-        {Section::Location, "Memo_Height", "7845"},
-        {Section::Location, "CustomEasy_Left", "12370"},
-        {Section::Location, "CustomEasy_Top", "2000"},
-        {Section::Location, "CustomEasy_Width", "2130"},
-        {Section::Location, "CustomEasy_Height", "11790"},
-        {Section::Location, "Pulse_Left", "-9999"},
-        {Section::Location, "Pulse_Top", "0"},
-        {Section::Location, "Memo_FontSize", "10"},
-        {Section::Location, "Help_Top", "0"},
-        {Section::Location, "Help_Left", "0"},
-    };
-}
-
 QMap<QString, QString> snapshot(const Settings& settings) {
     QSettings raw(settings.fileName(), QSettings::IniFormat);
     QMap<QString, QString> out;
@@ -58,17 +23,33 @@ QMap<QString, QString> snapshot(const Settings& settings) {
 
 } // namespace
 
+// Every value a first start makes is the default its key reads as; the customisation window
+// is placed inside the right edge of a main window 15000 twips wide.
 TEST(CheckRegData, FirstStartCreatesEveryValueWithItsDefault) {
     vkm::test::TempSettings t;
     ASSERT_TRUE(t.settings->CheckRegData(15000));
-    for (const Default& d : firstStartValues()) {
-        SCOPED_TRACE(d.key);
-        EXPECT_EQ(t.settings->read(d.section, QLatin1String(d.key)), d.value);
-    }
+    using namespace vkm::keys;
+    const vkm::BoolKey* toggles[] = {&DoesViewRemarkColumn, &DoesViewButtonCaption,  &DoesViewInputMethod,
+                                     &DoesReplaceFunction,  &DoesAskInReplacing,     &DoesLocateInpFirst,
+                                     &DoesShowMsgInFinding, &DoesShowPulseAutomatic, &DispHelpCode,
+                                     &RemainHelpCode};
+    for (const vkm::BoolKey* k : toggles)
+        EXPECT_EQ(t.settings->read(k->section, QLatin1String(k->name)), Settings::boolText(k->defaultValue))
+            << k->name;
+    const vkm::IntKey* numbers[] = {&RemarkColumnWidth, &Memo_Width,        &Memo_Height, &CustomEasy_Top,
+                                    &CustomEasy_Width,  &CustomEasy_Height, &Pulse_Left,  &Pulse_Top,
+                                    &Memo_FontSize,     &Help_Top,          &Help_Left};
+    for (const vkm::IntKey* k : numbers)
+        EXPECT_EQ(t.settings->read(k->section, QLatin1String(k->name)), QString::number(k->defaultValue))
+            << k->name;
+    EXPECT_EQ(t.settings->read(Section::Location, QStringLiteral("CustomEasy_Left")),
+              QStringLiteral("12370"));
+    EXPECT_EQ(t.settings->ReadReg(0, QStringLiteral("InitialPath")),
+              QDir::toNativeSeparators(vkm::paths::exeFolder()));
     const QString excel = t.settings->ReadReg(0, QStringLiteral("LatestExcelFullFname"));
     EXPECT_TRUE(excel.endsWith(QStringLiteral("VKM_STEP.xlsx"))) << qPrintable(excel);
-    // Only the table's values are created: nothing the other windows create themselves.
-    EXPECT_EQ(snapshot(*t.settings).size(), qsizetype(firstStartValues().size() + 1));
+    // Only these values are created: nothing the other windows create themselves.
+    EXPECT_EQ(snapshot(*t.settings).size(), qsizetype(std::size(toggles) + std::size(numbers) + 3));
     EXPECT_FALSE(t.settings->contains(Section::General, QStringLiteral("BlueHeron")));
 }
 

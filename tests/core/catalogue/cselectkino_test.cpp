@@ -77,9 +77,7 @@ TEST_F(KinoFixture, StaleFilesAreDeletedBeforeUnpacking) {
     // A file left from an earlier archive must not pass the presence check.
     store.settings->write(Section::General, "BlueHeron", vkm::Settings::boolText(true));
     QDir().mkpath(work);
-    QFile stale(work + "/Set07.e");
-    ASSERT_TRUE(stale.open(QIODevice::WriteOnly));
-    stale.close();
+    ASSERT_TRUE(vkm::test::writeFile(work + "/Set07.e", {}));
     const QString archive = scratch.write("no07.e", vkm::test::lhaArchive(elevenMembers("Set07.e")));
     CSelectKino kino = kinoFor(archive);
     EXPECT_FALSE(kino.DoneMelt());

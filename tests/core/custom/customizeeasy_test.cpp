@@ -14,7 +14,6 @@
 #include "testsupport.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <gtest/gtest.h>
 
 using namespace vkm;

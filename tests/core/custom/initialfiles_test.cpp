@@ -26,10 +26,9 @@ QString packWith(const vkm::test::Scratch& scratch, const QString& replaced, con
         QByteArray bytes = vkm::test::readAll(kSettingDir + "/" + name);
         if (name == replaced)
             bytes = content;
-        QFile f(src + "/" + name);
-        if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size())
+        files << src + "/" + name;
+        if (!vkm::test::writeFile(files.last(), bytes))
             return {};
-        files << f.fileName();
     }
     const QString out = scratch.file("VKM.e");
     const int rc =

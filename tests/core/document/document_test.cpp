@@ -210,43 +210,6 @@ TEST_F(DocumentSave, ChecksAndTheGridDecideBeforeAnythingIsWritten) {
     EXPECT_TRUE(docs->user().IsChanged());
 }
 
-TEST_F(DocumentUndo, TwoSnapshotsUndoneRestoreTheGridAndAThirdSaysEmpty) {
-    ASSERT_TRUE(docs->user().ReadStep(0, 0, writeProgram(QStringLiteral("u.gsp"), QStringLiteral("row1"))));
-    StepSheet& sheet = userEditor->sheet();
-    const QByteArray original = sheet.saveCells();
-    const int out1 = sheet.GetcolOutKino1();
-
-    ASSERT_TRUE(docs->user().SaveCurrent());
-    sheet.select(1, StepSheet::GetcolRemark());
-    ASSERT_TRUE(userEditor->clearing().DeleteOp());
-    const QByteArray afterFirst = sheet.saveCells();
-    ASSERT_TRUE(docs->user().SaveCurrent());
-    sheet.setSelection(1, out1, 1, out1 + 3);
-    ASSERT_TRUE(userEditor->clearing().DeleteOp());
-    ASSERT_NE(sheet.saveCells(), afterFirst);
-    const QStringList snapshots = docs->user().undoFiles();
-    ASSERT_EQ(snapshots.size(), 2);
-    for (const QString& s : snapshots)
-        EXPECT_TRUE(QFileInfo(s).fileName().startsWith(QStringLiteral("~pl")));
-
-    prompter.queueAnswer(Answer::No);
-    docs->user().UndoCommand();
-    EXPECT_EQ(docs->user().undoFiles().size(), 2) << "No keeps the grid";
-    prompter.queueAnswer(Answer::Yes);
-    docs->user().UndoCommand();
-    EXPECT_EQ(sheet.saveCells(), afterFirst);
-    prompter.queueAnswer(Answer::Yes);
-    docs->user().UndoCommand();
-    EXPECT_EQ(sheet.saveCells(), original);
-    EXPECT_TRUE(docs->user().undoFiles().isEmpty());
-    for (const QString& s : snapshots)
-        EXPECT_FALSE(QFileInfo::exists(s));
-    prompter.clear();
-    docs->user().UndoCommand();
-    EXPECT_EQ(prompter.numbers(), std::vector<int>({95}));
-    EXPECT_EQ(prompter.shown()[0].text, QStringLiteral("Undo buffer is empty."));
-}
-
 TEST_F(DocumentUndo, OpeningAUserProgramClearsTheUndoListAndItsFiles) {
     const QString path = writeProgram(QStringLiteral("o.gsp"), QStringLiteral("a"));
     ASSERT_TRUE(docs->user().ReadStep(0, 0, path));

@@ -29,7 +29,8 @@ void DocumentFixture::TearDown() {
     docs->shutdown();
 }
 
-CSteps DocumentFixture::makeProgram(const QString& remark) const {
+QString DocumentFixture::writeProgram(const QString& name, const QString& remark, const QString& password,
+                                      const QString& author) {
     CSteps p;
     auto outs = std::make_shared<CStepOuts>();
     outs->Add(1, 256, LogicHigh, DelayTimer, 5, selout); // Y001, shown as 10
@@ -38,12 +39,6 @@ CSteps DocumentFixture::makeProgram(const QString& remark) const {
     p.Add(outs, inps, remark, false, false);
     for (int row = 2; row <= kMaxSteps; ++row)
         p.Add(nullptr, nullptr, QString(), true, false);
-    return p;
-}
-
-QString DocumentFixture::writeProgram(const QString& name, const QString& remark, const QString& password,
-                                      const QString& author) {
-    CSteps p = makeProgram(remark);
     p.Password = password;
     p.Author = author;
     const QString image = scratch.file(name + QStringLiteral(".bin"));

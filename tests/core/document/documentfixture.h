@@ -25,7 +25,6 @@ protected:
     // password and author, written as a ".gsp" file in the scratch folder.
     QString writeProgram(const QString& name, const QString& remark, const QString& password = {},
                          const QString& author = {});
-    CSteps makeProgram(const QString& remark) const;
     QStringList tempFiles() const;
 
     ScriptedPrompter prompter;

@@ -16,10 +16,10 @@ namespace {
 struct Sample {
     const char* file;
     std::vector<std::pair<int, const char*>> rows;
-    std::vector<int> disabledRows;
-    const char* author;
-    const char* password;
-    const char* memo;
+    std::vector<int> disabledRows = {};
+    const char* author = "";
+    const char* password = "";
+    const char* memo = "";
 };
 
 const std::vector<Sample>& samples() {
@@ -27,29 +27,17 @@ const std::vector<Sample>& samples() {
         {"counter.gsp",
          {{1, "1=Count pedal presses;10=X001;11=1;12=2;2=CN16;3=4;6=EMAKE;7=1;8=0;9=0"},
           {2, "1=Lamp at 100;10=CN16;12=3;13=100;15=2;2=LAMP;3=1;4=0;5=0"},
-          {3, "1=Reset by knee;10=X003;11=0;12=2;2=CN16;3=7"}},
-         {},
-         "",
-         "",
-         ""},
+          {3, "1=Reset by knee;10=X003;11=0;12=2;2=CN16;3=7"}}},
         // The flow-control functions set their own logic (CALL 10, JMP 3, SUB 9, RET 11).
         {"jumps.gsp",
          {{1, "10=X001;11=0;12=2;2=C010"},
           {2, "10=ALL;2=J001"},
           {10, "1=Subroutine;10=ALL;2=SUB"},
           {11, "10=X002;11=0;12=2;2=Y001;3=1;4=0;5=100"},
-          {12, "1=Back to the caller;2=RET"}},
-         {},
-         "",
-         "",
-         ""},
+          {12, "1=Back to the caller;2=RET"}}},
         {"pulse.gsp",
          {{1, "1=Trim pulse;10=X001;11=0;12=2;2=Y001;3=1;4=0;5=10;6=Y001;7=0;8=0;9=60"},
-          {2, "10=X002;11=0;12=0;13=X003;14=0;15=2;2=Y002;3=1;4=2;5=20;6=Y002;7=0;8=2;9=45"}},
-         {},
-         "",
-         "",
-         ""},
+          {2, "10=X002;11=0;12=0;13=X003;14=0;15=2;2=Y002;3=1;4=2;5=20;6=Y002;7=0;8=2;9=45"}}},
         // The end of a seam: heel back with the needle up trims, wipes and lifts the foot;
         // the pedal forward lowers it; every heel-back counts a piece.
         {"trimmer.gsp",
@@ -59,11 +47,7 @@ const std::vector<Sample>& samples() {
               "trim;10=X002;11=0;12=0;13=X004;14=0;15=2;2=Y002;3=1;4=0;5=100;6=Y002;7=0;8=0;9=160"},
           {3, "1=Lift the foot;10=X002;11=0;12=2;2=Y003;3=1;4=0;5=200"},
           {4, "1=Foot down, pedal on;10=X001;11=0;12=2;2=Y003;3=0;4=0;5=0"},
-          {5, "1=Count the pieces;10=X002;11=1;12=2;2=CN40;3=4;6=EMAKE;7=1;8=0;9=0"}},
-         {},
-         "",
-         "",
-         ""},
+          {5, "1=Count the pieces;10=X002;11=1;12=2;2=CN40;3=4;6=EMAKE;7=1;8=0;9=0"}}},
         {"protected.gsp",
          {{1, "10=X001;11=0;12=2;2=Y001;3=1;4=0;5=20"},
           {2, "1=Disabled wiper;10=X002;11=0;12=2;2=Y002;3=1;4=0;5=40"}},

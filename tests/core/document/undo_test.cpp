@@ -49,13 +49,17 @@ TEST_F(UndoHistoryTest, CellEditsAndBlockSnapshotsUndoNewestFirstAndRedoInOrder)
     const QByteArray afterDelete = cells();
     ASSERT_EQ(doc().undoFiles().size(), 1);
     const QString snapshot = doc().undoFiles().first();
+    EXPECT_TRUE(QFileInfo(snapshot).fileName().startsWith(QStringLiteral("~pl")));
     run(QStringLiteral("choose 2 out1 257")); // F2 and the selection dialog: Y002
     const QByteArray afterChoose = cells();
     ASSERT_NE(afterChoose, afterDelete);
     EXPECT_TRUE(doc().canUndo());
     EXPECT_FALSE(doc().canRedo());
 
-    // Undo walks back through both kinds, newest first.
+    // No to the question keeps the grid; Yes walks back through both kinds, newest first.
+    prompter.queueAnswer(Answer::No);
+    doc().UndoCommand();
+    EXPECT_EQ(cells(), afterChoose);
     undoYes();
     EXPECT_EQ(cells(), afterDelete);
     EXPECT_TRUE(doc().canRedo());

@@ -1,7 +1,6 @@
 // The transfer protocol against the virtual machine behind an in-process line: what is
 // asked of the machine, what the user is asked, what is written. The same cases over a
 // real serial port and vkm-sim are in tests/e2e/link.
-#include "base/errorreporter.h"
 #include "base/scriptedprompter.h"
 #include "link/commframes.h"
 #include "link/commtransfer.h"
@@ -11,7 +10,6 @@
 #include "loopbackchannel.h"
 #include "testsupport.h"
 
-#include <QFile>
 #include <QRandomGenerator>
 #include <gtest/gtest.h>
 
@@ -30,11 +28,6 @@ struct RecordingDisplay : TransferDisplay {
     void setProgressMaximum(int maximum) override { maxima << maximum; }
     void setProgressValue(int v) override { value = v; }
 };
-
-QByteArray fileBytes(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 class Transfer : public ::testing::Test {
 protected:
@@ -139,7 +132,7 @@ TEST_F(Transfer, CustomisationReadBeforeASaveSaysSo) {
     EXPECT_EQ(display.notes, QStringList{"Reading data before save"});
     EXPECT_EQ(framesStartingWith('R'), 1 + 96);
     bool ok = false;
-    EXPECT_EQ(parseTransferText(fileBytes(t->FullFname()), prompter, &ok),
+    EXPECT_EQ(parseTransferText(test::readAll(t->FullFname()), prompter, &ok),
               machine.memory().left(memmap::kCustomSize));
 }
 
@@ -158,7 +151,7 @@ TEST_F(Transfer, BadAnswersAreShownAndAskedAgainFiveTimesPerRange) {
     EXPECT_TRUE(shown[1].startsWith("Error returned:\n\n#0000"));
     EXPECT_TRUE(shown[2].startsWith("Returned address invalid:\n\nR0008"));
     bool ok = false;
-    EXPECT_EQ(parseTransferText(fileBytes(t->FullFname()), prompter, &ok),
+    EXPECT_EQ(parseTransferText(test::readAll(t->FullFname()), prompter, &ok),
               machine.memory().left(memmap::kCustomSize))
         << "only good answers reach the file";
 

@@ -21,10 +21,8 @@ QString temp(const QString& name) {
     return TempFolder::instance().filePath(name);
 }
 
-void touch(const QString& path, const QByteArray& bytes = "x") {
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    f.write(bytes);
+void touch(const QString& path) {
+    ASSERT_TRUE(writeFile(path, "x"));
 }
 
 // Makes a folder refuse new files, also for root (which ignores the permission bits).

@@ -3,7 +3,6 @@
 #include "base/errorreporter.h"
 #include "testsupport.h"
 
-#include <QFile>
 #include <gtest/gtest.h>
 
 using namespace vkm;

@@ -6,7 +6,6 @@
 #include "print/workbookwriter.h"
 #include "testsupport.h"
 
-#include <QFile>
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>

@@ -29,7 +29,6 @@ public:
 
     explicit XlsxFile(const QString& path) { m_ok = unzip(path) && parse(); }
     bool ok() const { return m_ok; }
-    QStringList parts() const { return m_parts.keys(); }
     QByteArray part(const QString& name) const { return m_parts.value(name); }
 
     QStringList sheetNames() const { return m_sheetNames; }
@@ -37,7 +36,6 @@ public:
     Cell cell(const QString& ref) const { return m_cells.value(ref); }
     QString text(const QString& ref) const { return m_cells.value(ref).value; }
     bool has(const QString& ref) const { return m_cells.contains(ref); }
-    QStringList cellRefs() const { return m_cells.keys(); }
     // Width of column (1-based) as stored; -1 when not set.
     double columnWidth(int col) const { return m_widths.value(col, -1); }
     // Height of row (1-based) as stored; -1 when not set.

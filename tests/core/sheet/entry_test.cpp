@@ -7,11 +7,9 @@ using namespace vkm::test;
 
 namespace {
 
-// Row 1: OUT001 HIGH TIMER, ready for a delay value.
+// Row 1: OUT001 HIGH with the delay kind, ready for a delay value.
 void outputReadyForDelay(SheetFixture& f, const QString& kind = "0") {
-    ASSERT_TRUE(f.type(1, f.o1(), "OUT001"));
-    ASSERT_TRUE(f.type(1, f.o1() + 1, "1"));
-    ASSERT_TRUE(f.type(1, f.o1() + 2, kind));
+    f.typeAll(1, {{f.o1(), "OUT001"}, {f.o1() + 1, "1"}, {f.o1() + 2, kind}});
 }
 
 } // namespace
@@ -141,21 +139,20 @@ TEST(SheetEntry, PrerequisitesAndStarCellsRefuseToStart) {
 
 TEST(SheetEntry, RelationRulesAndInputsAfterEnd) {
     SheetFixture f;
-    ASSERT_TRUE(f.type(1, f.in(1), "IN001"));
-    ASSERT_TRUE(f.type(1, f.in(1) + 2, "2"));
+    f.typeAll(1, {{f.in(1), "IN001"}, {f.in(1) + 2, "2"}});
     f.prompter.clear();
     EXPECT_FALSE(f.type(1, f.in(2), "IN002"));
     EXPECT_EQ(f.prompter.numbers(), std::vector<int>{156});
     EXPECT_TRUE(f.sheet().text(1, f.in(2)).isEmpty());
 
     // The last relation is always END: starting to edit it writes END and stops.
-    ASSERT_TRUE(f.type(2, f.in(1), "IN001"));
-    ASSERT_TRUE(f.type(2, f.in(1) + 2, "0"));
-    ASSERT_TRUE(f.type(2, f.in(2), "IN002"));
-    ASSERT_TRUE(f.type(2, f.in(2) + 2, "1"));
-    ASSERT_TRUE(f.type(2, f.in(3), "IN003"));
-    ASSERT_TRUE(f.type(2, f.in(3) + 2, "0"));
-    ASSERT_TRUE(f.type(2, f.in(4), "IN004"));
+    f.typeAll(2, {{f.in(1), "IN001"},
+                  {f.in(1) + 2, "0"},
+                  {f.in(2), "IN002"},
+                  {f.in(2) + 2, "1"},
+                  {f.in(3), "IN003"},
+                  {f.in(3) + 2, "0"},
+                  {f.in(4), "IN004"}});
     EXPECT_EQ(f.sheet().text(2, f.in(4) + 2), "2") << "group 4 gets END with its function";
     f.sheet().setText(2, f.in(4) + 2, "");
     f.prompter.clear();
@@ -223,14 +220,12 @@ TEST(SheetEntry, OutputFollowRules) {
     EXPECT_TRUE(f.type(1, f.o1() + 3, "9999"));
 
     // Flow control in both groups is refused; RETURN stars the inputs.
-    ASSERT_TRUE(f.type(2, f.o1(), "OUT001"));
-    ASSERT_TRUE(f.type(2, f.o2(), "J002"));
+    f.typeAll(2, {{f.o1(), "OUT001"}, {f.o2(), "J002"}});
     f.prompter.clear();
     EXPECT_FALSE(f.type(2, f.o1(), "C001"));
     EXPECT_EQ(f.prompter.numbers(), std::vector<int>{112});
     EXPECT_EQ(f.sheet().text(2, f.o1()), "OUT001");
-    ASSERT_TRUE(f.type(3, f.in(1), "IN001"));
-    ASSERT_TRUE(f.type(3, f.o1(), "RET"));
+    f.typeAll(3, {{f.in(1), "IN001"}, {f.o1(), "RET"}});
     for (int c = 0; c < 12; ++c)
         EXPECT_EQ(f.sheet().text(3, f.in(1) + c), "***") << c;
     EXPECT_EQ(f.sheet().text(3, f.o1() + 1), "11");
@@ -297,8 +292,7 @@ TEST(SheetEntry, DeleteKey) {
         EXPECT_TRUE(f.sheet().text(1, f.o1() + c).isEmpty());
     EXPECT_EQ(f.sheet().text(1, f.in(1)), "IN001") << "other groups stay";
 
-    ASSERT_TRUE(f.type(2, f.in(1), "CT10"));
-    ASSERT_TRUE(f.type(2, f.in(2), "12"));
+    f.typeAll(2, {{f.in(1), "CT10"}, {f.in(2), "12"}});
     EXPECT_TRUE(f.editor->clearing().DeleteOp(2, f.in(1), 2, f.in(1)));
     for (int c = 0; c < 12; ++c)
         EXPECT_TRUE(f.sheet().text(2, f.in(1) + c).isEmpty()) << c;
@@ -332,16 +326,15 @@ TEST(SheetEntry, AddingCounterRowIsClosedByItsThirdOperand) {
     for (const Case& c : cases) {
         SCOPED_TRACE((c.relation + " " + c.operand3).toStdString());
         SheetFixture f;
-        for (auto [col, text] : std::initializer_list<std::pair<int, QString>>{{f.o1(), "OUT001"},
-                                                                               {f.o1() + 1, "1"},
-                                                                               {f.o1() + 2, "2"},
-                                                                               {f.o1() + 3, "5"},
-                                                                               {f.in(1), "CT10"},
-                                                                               {f.in(1) + 2, c.relation},
-                                                                               {f.in(2), "12"},
-                                                                               {f.in(2) + 2, "3"}})
-            ASSERT_TRUE(f.type(1, col, text)) << col;
-        ASSERT_TRUE(f.type(1, f.in(3), c.operand3));
+        f.typeAll(1, {{f.o1(), "OUT001"},
+                      {f.o1() + 1, "1"},
+                      {f.o1() + 2, "2"},
+                      {f.o1() + 3, "5"},
+                      {f.in(1), "CT10"},
+                      {f.in(1) + 2, c.relation},
+                      {f.in(2), "12"},
+                      {f.in(2) + 2, "3"},
+                      {f.in(3), c.operand3}});
         EXPECT_EQ(f.sheet().text(1, f.in(3) + 1), "***");
         EXPECT_EQ(f.sheet().text(1, f.in(3) + 2), "2") << "END comes with the operand";
         // The END stays closed to editing.
@@ -362,9 +355,8 @@ TEST(SheetEntry, AddingCounterRowIsClosedByItsThirdOperand) {
 
     // An operand entered before the "+": opening its relation puts the END there.
     SheetFixture f;
-    for (auto [col, text] : std::initializer_list<std::pair<int, QString>>{
-             {f.in(1), "CT10"}, {f.in(2), "12"}, {f.in(3), "100"}, {f.in(1) + 2, "7"}, {f.in(2) + 2, "4"}})
-        ASSERT_TRUE(f.type(1, col, text)) << col;
+    f.typeAll(1,
+              {{f.in(1), "CT10"}, {f.in(2), "12"}, {f.in(3), "100"}, {f.in(1) + 2, "7"}, {f.in(2) + 2, "4"}});
     EXPECT_TRUE(f.sheet().text(1, f.in(3) + 2).isEmpty());
     EXPECT_FALSE(f.editor->entry().SpaceOp(1, f.in(3) + 2));
     EXPECT_EQ(f.prompter.numbers(), std::vector<int>{49});
@@ -374,23 +366,24 @@ TEST(SheetEntry, AddingCounterRowIsClosedByItsThirdOperand) {
 // A function that replaces another clears what the old one caused, as clearing the cell would.
 TEST(SheetEntry, ReplacingACounterClearsItsOperands) {
     SheetFixture f;
-    ASSERT_TRUE(f.type(1, f.in(1), "CT10"));
-    ASSERT_TRUE(f.type(1, f.in(1) + 2, "7"));
-    ASSERT_TRUE(f.type(1, f.in(2), "12"));
-    ASSERT_TRUE(f.type(1, f.in(2) + 2, "3"));
-    ASSERT_TRUE(f.type(1, f.in(3), "CT11"));
-    ASSERT_TRUE(f.type(1, f.in(1), "IN001"));
+    f.typeAll(1, {{f.in(1), "CT10"},
+                  {f.in(1) + 2, "7"},
+                  {f.in(2), "12"},
+                  {f.in(2) + 2, "3"},
+                  {f.in(3), "CT11"},
+                  {f.in(1), "IN001"}});
     EXPECT_EQ(f.sheet().text(1, f.in(1)), "IN001");
     for (int c = 1; c < 12; ++c)
         EXPECT_TRUE(f.sheet().text(1, f.in(1) + c).isEmpty()) << c;
     EXPECT_TRUE(f.sheet().data(1, f.in(3)).isEmpty());
 
     // The row is then completed as any other and passes the checks.
-    ASSERT_TRUE(f.type(1, f.in(1) + 1, "0"));
-    ASSERT_TRUE(f.type(1, f.in(1) + 2, "2"));
-    for (auto [col, text] : std::initializer_list<std::pair<int, QString>>{
-             {f.o1(), "OUT001"}, {f.o1() + 1, "1"}, {f.o1() + 2, "2"}, {f.o1() + 3, "5"}})
-        ASSERT_TRUE(f.type(1, col, text));
+    f.typeAll(1, {{f.in(1) + 1, "0"},
+                  {f.in(1) + 2, "2"},
+                  {f.o1(), "OUT001"},
+                  {f.o1() + 1, "1"},
+                  {f.o1() + 2, "2"},
+                  {f.o1() + 3, "5"}});
     EXPECT_TRUE(f.editor->ExactInput()) << f.editor->lastCheckFailure().message;
 
     // An ordinary input replaced by another keeps the rest of the row.

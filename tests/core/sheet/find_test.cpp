@@ -9,9 +9,7 @@ namespace {
 struct FindFixture : SheetFixture {
     explicit FindFixture(bool inputsFirst = false, bool comparison = false)
         : SheetFixture(inputsFirst, comparison) {
-        EditorHooks hooks;
-        hooks.changed = [this] { ++changedCount; };
-        hooks.snapshot = [this] { ++snapshots; };
+        EditorHooks hooks = countingHooks();
         hooks.option = [this](const BoolKey& key) {
             return key == keys::DoesShowMsgInFinding ? showMessageInFinding : key.defaultValue;
         };
@@ -26,7 +24,6 @@ struct FindFixture : SheetFixture {
         finder().setFindValue({digital, QString()}, side);
     }
 
-    int snapshots = 0;
     bool showMessageInFinding = false;
 };
 

@@ -13,10 +13,6 @@ struct PulseFixture : SheetFixture {
         selout.Add("Y012", 12, "", "OUT", "0", "0");
         selout.Add("SHARED", 13, "", "COUNT", "0", "99");
         selout.Add("SHARED", 14, "", "RGST", "0", "0");
-        EditorHooks hooks;
-        hooks.changed = [this] { ++changedCount; };
-        hooks.snapshot = [this] { ++snapshots; };
-        editor->setHooks(hooks);
     }
     PulsePair& pulse() { return editor->pulse(); }
     QStringList outputs(int row) {
@@ -30,7 +26,6 @@ struct PulseFixture : SheetFixture {
                               const QString& d2) {
         return {kino, "OUT", logic, kind, d1, d2};
     }
-    int snapshots = 0;
 };
 
 } // namespace

@@ -4,8 +4,6 @@
 
 #include "sheet/clipboardtext.h"
 
-#include <tuple>
-
 using namespace vkm;
 using namespace vkm::test;
 
@@ -25,9 +23,7 @@ struct RowsFixture : SheetFixture {
             selinp.Add(QStringLiteral("S%1").arg(n, 3, 10, QLatin1Char('0')), jumpTarget(n), "", "STEP", "0",
                        "0");
         }
-        EditorHooks hooks;
-        hooks.changed = [this] { ++changedCount; };
-        hooks.snapshot = [this] { ++snapshots; };
+        EditorHooks hooks = countingHooks();
         hooks.option = [this](const BoolKey& key) {
             if (key == keys::DoesReplaceFunction)
                 return replaceFunctions;
@@ -45,24 +41,12 @@ struct RowsFixture : SheetFixture {
     RowClipboard& clip() { return editor->rowClipboard(); }
     RowOperations& rows() { return editor->rows(); }
     QString clipboardText() { return editor->clipboard().text(); }
-    void selectRows(int anchor, int corner) {
-        sheet().setSelection(anchor, 1, corner, StepSheet::kCols - 1);
-        sheet().setRowSelectionMode(true);
-    }
-    // Every data cell of a row, text and category, and its disabled state.
-    QStringList rowCells(int row) {
-        QStringList cells{sheet().isRowDisabled(row) ? "disabled" : "enabled"};
-        for (int c = 1; c < StepSheet::kCols; ++c)
-            cells << sheet().text(row, c) + "|" + sheet().data(row, c);
-        return cells;
-    }
     void typeRow(int row, const QString& remark) { ASSERT_TRUE(type(row, 1, remark)); }
     void typeJump(int row, const QString& target) {
         ASSERT_TRUE(type(row, o1(), target)) << target.toStdString();
         ASSERT_TRUE(type(row, in(1), "IN001"));
     }
 
-    int snapshots = 0;
     bool replaceFunctions = true;
     bool askInReplacing = false;
     std::vector<int> answers; // 1 Yes, 2 No, 3 All Yes, 4 All No
@@ -71,12 +55,15 @@ struct RowsFixture : SheetFixture {
 
 // Rows 3 and 4: an ordinary step and a disabled jump.
 void fillCopySource(RowsFixture& f) {
-    const std::tuple<int, int, const char*> cells[] = {
-        {3, 1, "first"},        {3, f.o1(), "OUT001"}, {3, f.o1() + 1, "1"},  {3, f.o1() + 2, "0"},
-        {3, f.o1() + 3, "100"}, {3, f.in(1), "IN001"}, {3, f.in(1) + 1, "0"}, {3, f.in(1) + 2, "2"},
-        {4, f.o1(), "J002"},    {4, f.in(1), "IN002"}, {4, f.in(1) + 1, "0"}, {4, f.in(1) + 2, "2"}};
-    for (const auto& [row, col, text] : cells)
-        ASSERT_TRUE(f.type(row, col, text)) << row << "," << col << " " << text;
+    f.typeAll(3, {{1, "first"},
+                  {f.o1(), "OUT001"},
+                  {f.o1() + 1, "1"},
+                  {f.o1() + 2, "0"},
+                  {f.o1() + 3, "100"},
+                  {f.in(1), "IN001"},
+                  {f.in(1) + 1, "0"},
+                  {f.in(1) + 2, "2"}});
+    f.typeAll(4, {{f.o1(), "J002"}, {f.in(1), "IN002"}, {f.in(1) + 1, "0"}, {f.in(1) + 2, "2"}});
     f.sheet().setRowDisabled(4, true);
 }
 
@@ -240,10 +227,7 @@ TEST(RowClipboard, ANumberNoCatalogueKnowsIsKeptRecognisablyAndNamed) {
 
 TEST(RowClipboard, CounterOperandsAndStarsFollowTheRowTheyLandIn) {
     RowsFixture f;
-    ASSERT_TRUE(f.type(2, f.o1(), "OUT001"));
-    ASSERT_TRUE(f.type(2, f.in(1), "CT10"));
-    ASSERT_TRUE(f.type(2, f.in(1) + 2, "5"));
-    ASSERT_TRUE(f.type(2, f.in(2), "300"));
+    f.typeAll(2, {{f.o1(), "OUT001"}, {f.in(1), "CT10"}, {f.in(1) + 2, "5"}, {f.in(2), "300"}});
     f.sheet().setSelection(2, f.in(1), 2, f.in(2) + 2);
     f.clip().copySelection();
     // The counter as its number, the operand as typed.
@@ -445,13 +429,11 @@ TEST(RowOperations, RemSwapsEachRowAndClearAllEnablesEveryRow) {
 TEST(RowOperations, TheComparisonProgramOnlyCopies) {
     SheetFixture f(false, true);
     f.sheet().setCell(3, 1, "shown", "");
-    f.sheet().setSelection(3, 1, 3, StepSheet::kCols - 1);
-    f.sheet().setRowSelectionMode(true);
+    f.selectRows(3, 3);
     f.editor->rowClipboard().copySelection();
     EXPECT_TRUE(f.editor->clipboard().text().startsWith("1\r\nRemark\r\nNOTREM\tshown\t"));
     const QByteArray before = f.sheet().saveCells();
-    f.sheet().setSelection(5, 1, 5, StepSheet::kCols - 1);
-    f.sheet().setRowSelectionMode(true);
+    f.selectRows(5, 5);
     EXPECT_FALSE(f.editor->rowClipboard().pasteCommand());
     EXPECT_FALSE(f.editor->rows().insertCommand());
     EXPECT_FALSE(f.editor->rows().cutCommand());
@@ -461,8 +443,7 @@ TEST(RowOperations, TheComparisonProgramOnlyCopies) {
 
 TEST(RowOperations, InputsFirstLayoutCopiesInItsOwnColumnOrder) {
     RowsFixture f(true);
-    ASSERT_TRUE(f.type(2, f.o1(), "OUT002"));
-    ASSERT_TRUE(f.type(2, f.in(1), "IN003"));
+    f.typeAll(2, {{f.o1(), "OUT002"}, {f.in(1), "IN003"}});
     f.selectRows(2, 2);
     f.clip().copySelection();
     // Remark, inputs 1 to 4, then the outputs.

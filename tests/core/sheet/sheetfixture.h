@@ -37,16 +37,22 @@ inline void fillInputCatalogue(CSelections& s) {
     s.Add("S001", jumpTarget(1), "", "STEP", "0", "0");
 }
 
-// An editor over the small catalogues with a recording prompter.
+// An editor over the small catalogues with a recording prompter, counting the changes it
+// reports and the undo snapshots it asks for.
 class SheetFixture {
 public:
     explicit SheetFixture(bool locateInpFirst = false, bool comparison = false) {
         fillOutputCatalogue(selout);
         fillInputCatalogue(selinp);
+        editor = std::make_unique<StepSheetEditor>(selout, selinp, prompter, comparison, locateInpFirst,
+                                                   countingHooks());
+    }
+    // The hooks that count; a test adds its own to them.
+    EditorHooks countingHooks() {
         EditorHooks hooks;
         hooks.changed = [this] { ++changedCount; };
-        editor =
-            std::make_unique<StepSheetEditor>(selout, selinp, prompter, comparison, locateInpFirst, hooks);
+        hooks.snapshot = [this] { ++snapshots; };
+        return hooks;
     }
     StepSheet& sheet() { return editor->sheet(); }
     int o1() { return sheet().GetcolOutKino1(); }
@@ -76,11 +82,29 @@ public:
     }
     // Types into a cell as the user does (start, validate, after-edit).
     bool type(int row, int col, const QString& text) { return editor->entry().enterText(row, col, text); }
+    // Types the cells of a row one after the other; each must be accepted.
+    void typeAll(int row, std::initializer_list<std::pair<int, QString>> cells) {
+        for (const auto& [col, text] : cells)
+            ASSERT_TRUE(type(row, col, text)) << row << "," << col << " " << text.toStdString();
+    }
+    // Whole rows selected from anchor to corner, as a click on the step numbers selects them.
+    void selectRows(int anchor, int corner) {
+        sheet().setSelection(anchor, 1, corner, StepSheet::kCols - 1);
+        sheet().setRowSelectionMode(true);
+    }
+    // Every data cell of a row, text and category, and its disabled state.
+    QStringList rowCells(int row) {
+        QStringList cells{sheet().isRowDisabled(row) ? "disabled" : "enabled"};
+        for (int c = 1; c < StepSheet::kCols; ++c)
+            cells << sheet().text(row, c) + "|" + sheet().data(row, c);
+        return cells;
+    }
 
     CSelections selout, selinp;
     ScriptedPrompter prompter;
     std::unique_ptr<StepSheetEditor> editor;
     int changedCount = 0;
+    int snapshots = 0;
 };
 
 } // namespace vkm::test

@@ -10,11 +10,6 @@
 #include <QRegularExpression>
 #include <gtest/gtest.h>
 
-// Readable failures: frames and messages as text.
-void PrintTo(const QString& s, std::ostream* os) {
-    *os << '"' << s.toStdString() << '"';
-}
-
 using namespace vkm;
 using namespace vkm::test;
 
